@@ -40,7 +40,8 @@ if(WIN32)
   add_compile_definitions(UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0A00
                           __USE_MINGW_ANSI_STDIO=1)
   # The C++ runtime goes into each module, so that the tree needs no DLL of the compiler's.
-  add_link_options(-static -static-libgcc -static-libstdc++ -Wl,--no-insert-timestamp)
+  add_link_options(-static -static-libgcc -static-libstdc++ -Wl,--no-insert-timestamp
+                   $<$<CONFIG:Release>:-s>)
 endif()
 
 find_program(COWL_CCACHE ccache)

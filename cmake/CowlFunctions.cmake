@@ -57,15 +57,14 @@ function(cowl_add_component target)
     set(folder ${COWL_STAGE_DIR})
     add_dependencies(stage ${target})
   endif()
-  set_target_properties(${target} PROPERTIES PREFIX "" BUILD_RPATH_USE_ORIGIN ON
+  set_target_properties(${target} PROPERTIES PREFIX "" BUILD_RPATH "$ORIGIN"
                                              LIBRARY_OUTPUT_DIRECTORY ${folder})
   if(WIN32)
     target_link_options(${target} PRIVATE -Wl,--exclude-all-symbols)
   else()
     # Two modules must not share a variable: what is not named here stays inside the library.
     set(map ${PROJECT_SOURCE_DIR}/cmake/component.map)
-    target_link_options(${target} PRIVATE -Wl,--version-script=${map} -Wl,-z,defs
-                                          -Wl,-rpath,\$ORIGIN)
+    target_link_options(${target} PRIVATE -Wl,--version-script=${map} -Wl,-z,defs)
     set_target_properties(${target} PROPERTIES LINK_DEPENDS ${map})
   endif()
 endfunction()

@@ -1,8 +1,8 @@
 #pragma once
 
-// Where a test finds the tree that it was built in: the staged product, the component libraries made
-// for tests, the sources. The paths are in the form of the system that the test runs on (under Wine
-// with its drive). Any thread.
+// Where a test finds the tree that it was built in: the staged product, the component libraries
+// made for tests, the sources. The paths are in the form of the system that the test runs on (under
+// Wine with its drive). Any thread.
 
 #include <filesystem>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-// A made-up coloured terrain for the demo, the tests and the benchmarks: survey coordinates in metres
-// with hills and a height-dependent colour. The same index gives the same line on every system, so
-// that files made anywhere compare equal. Free functions without state; any thread.
+// A made-up coloured terrain for the demo, the tests and the benchmarks: survey coordinates in
+// metres with hills and a height-dependent colour. The same index gives the same line on every
+// system, so that files made anywhere compare equal. Free functions without state; any thread.
 
 #include <cstdint>
 #include <string>
