@@ -1,15 +1,14 @@
 #pragma once
 
 // A registry that lives in the process: the system's own on Linux, and a clean one for tests on
-// every system. Names keep the letters they were made with and are found in any case (ASCII).
+// every system. Names are found in any case of their ASCII letters.
 // Keys it gives out stay valid until they are closed, also after their tree was removed: then
 // they give registryNotFound. Main thread only.
 
-#include <map>
+#include <cstdint>
 #include <memory>
 #include <set>
-#include <string>
-#include <vector>
+#include <string_view>
 
 #include "platform/osregistry.h"
 
@@ -42,11 +41,11 @@ class MemoryRegistry : public RegistryStore {
   struct Handle;
 
   Handle* handleOf(RegistryKey key) const;
-  std::int32_t hand(std::shared_ptr<Node> node, std::uint32_t access, RegistryKey& out);
+  std::int32_t handOut(std::shared_ptr<Node> node, std::uint32_t access, RegistryKey& out);
 
-  std::set<RegistryKey> handles_;        // all that are valid, the two roots included
   std::unique_ptr<Handle> currentUser_;  // the roots, never closed
   std::unique_ptr<Handle> localMachine_;
+  std::set<RegistryKey> handles_;  // all that are valid, the two roots included
 };
 
 }  // namespace platform

@@ -1,0 +1,106 @@
+#include "platform/files.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <memory>
+
+#include "platform/posix/posixgate.h"
+#include "platform/text.h"
+
+namespace platform {
+namespace {
+
+bool statOf(std::u16string_view path, struct stat& what) {
+  return stat(toSystemPath(path).c_str(), &what) == 0;
+}
+
+bool isOpenDirectory(int descriptor) {
+  struct stat what = {};
+  return fstat(descriptor, &what) == 0 && S_ISDIR(what.st_mode);
+}
+
+}  // namespace
+
+MakeDirectory makeDirectory(std::u16string_view path) {
+  constexpr mode_t allRights = 0777;  // less what the user's mask takes away
+  if (mkdir(toSystemPath(path).c_str(), allRights) == 0) return MakeDirectory::created;
+  return errno == EEXIST ? MakeDirectory::exists : MakeDirectory::failed;
+}
+
+std::u16string currentDirectory(int maxUnits) {
+  const std::unique_ptr<char, void (*)(void*)> path(getcwd(nullptr, 0), std::free);
+  if (path == nullptr || maxUnits <= 0) return {};
+  std::u16string text = fromSystemPath(path.get());
+  return text.size() < static_cast<std::size_t>(maxUnits) ? text : std::u16string();
+}
+
+bool setCurrentDirectory(std::u16string_view path) {
+  return chdir(toSystemPath(path).c_str()) == 0;
+}
+
+bool pathExists(std::u16string_view path) {
+  struct stat what = {};
+  return statOf(path, what);
+}
+
+bool isDirectory(std::u16string_view path) {
+  struct stat what = {};
+  return statOf(path, what) && S_ISDIR(what.st_mode);
+}
+
+bool isFile(std::u16string_view path) {
+  struct stat what = {};
+  return statOf(path, what) && S_ISREG(what.st_mode);
+}
+
+std::FILE* openFile(std::u16string_view path, const char* mode) {
+  std::FILE* const stream = std::fopen(toSystemPath(path).c_str(), mode);
+  if (stream == nullptr || !isOpenDirectory(fileno(stream))) return stream;
+  std::fclose(stream);
+  return nullptr;
+}
+
+bool removeFile(std::u16string_view path) { return unlink(toSystemPath(path).c_str()) == 0; }
+
+bool removeDirectory(std::u16string_view path) { return rmdir(toSystemPath(path).c_str()) == 0; }
+
+bool renameFile(std::u16string_view from, std::u16string_view to) {
+  return rename(toSystemPath(from).c_str(), toSystemPath(to).c_str()) == 0;
+}
+
+std::int64_t fileSize(std::u16string_view path) {
+  struct stat what = {};
+  return statOf(path, what) && S_ISREG(what.st_mode) ? what.st_size : -1;
+}
+
+bool flushToDisk(std::FILE* stream) {
+  return std::fflush(stream) == 0 && fsync(fileno(stream)) == 0;
+}
+
+bool MappedFile::open(std::u16string_view path) {
+  close();
+  const int descriptor = ::open(toSystemPath(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+  if (descriptor < 0) return false;
+  struct stat what = {};
+  open_ = fstat(descriptor, &what) == 0 && S_ISREG(what.st_mode);
+  if (open_ && what.st_size > 0) {
+    const auto size = static_cast<std::size_t>(what.st_size);
+    void* const view = mmap(nullptr, size, PROT_READ, MAP_PRIVATE, descriptor, 0);
+    open_ = view != MAP_FAILED;
+    if (open_) {
+      data_ = static_cast<const char*>(view);
+      size_ = size;
+    }
+  }
+  ::close(descriptor);
+  return open_;
+}
+
+void MappedFile::close() {
+  if (size_ > 0) munmap(const_cast<char*>(data_), size_);
+  data_ = "";
+  size_ = 0;
+  open_ = false;
+}
+
+}  // namespace platform

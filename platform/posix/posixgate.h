@@ -1,0 +1,16 @@
+#pragma once
+
+// The only header that includes the system's own headers on Linux; only the sources of this
+// folder and their tests include it.
+
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <link.h>
+#include <signal.h>
+#include <stdlib.h>
+#include <sys/mman.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <time.h>
+#include <unistd.h>
