@@ -16,11 +16,14 @@
 #
 # What belongs to the product stands in COWL_STAGE_DIR and is run there; the target `stage` makes all
 # of it. Component libraries made for tests stand in COWL_TESTLIBS_DIR; the target `testlibs`.
+# The target `threaded_tests` makes what the thread sanitizer is for, `benches` all benchmarks.
 
 set(COWL_STAGE_DIR ${PROJECT_BINARY_DIR}/stage)
 set(COWL_TESTLIBS_DIR ${PROJECT_BINARY_DIR}/testlibs)
 add_custom_target(stage)
 add_custom_target(testlibs)
+add_custom_target(threaded_tests)
+add_custom_target(benches)
 
 function(cowl_add_folder folder)
   if(EXISTS ${PROJECT_SOURCE_DIR}/${folder}/CMakeLists.txt)
@@ -101,6 +104,9 @@ function(cowl_add_test target)
     set_target_properties(${target} PROPERTIES EXCLUDE_FROM_ALL ON)
     return()
   endif()
+  if(arg_THREADED)
+    add_dependencies(threaded_tests ${target})
+  endif()
   add_test(NAME ${target} COMMAND ${target})
   cowl_test_environment(${target})
 endfunction()
@@ -125,7 +131,7 @@ function(cowl_add_bench target)
   add_executable(${target} ${arg_SOURCES})
   target_link_libraries(${target} PRIVATE cowlflags ${arg_LINK} benchmark::benchmark)
   set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bench)
-  set_property(GLOBAL APPEND PROPERTY COWL_BENCHES ${target})
+  add_dependencies(benches ${target})
 endfunction()
 
 # A misspelt keyword would otherwise be one more source or vanish.
