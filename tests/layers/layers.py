@@ -57,6 +57,9 @@ THIRD_PARTY = {
     "bench/": ["benchmark/", "unicode/"],
 }
 
+# The headers that alone include those of an operating system.
+GATES = ("platform/posix/posixgate.h", "platform/win32/win32gate.h")
+
 # Folders whose code runs in the product: the host, the kit and the components.
 PRODUCT = ("platform/", "orobasictypes/", "interfaces/", "base/", "framework/", "services/",
            "headless/", "gui/", "components/")
@@ -175,9 +178,9 @@ def check_include_layers(tree):
 
 
 def check_system_headers(tree):
-    """No header of an operating system outside platform/posix and platform/win32"""
+    """Headers of an operating system come in through the gate of platform/posix or platform/win32"""
     for source in tree.cpp():
-        if source.path.startswith(("platform/posix/", "platform/win32/")):
+        if source.path in GATES:
             continue
         known = [p for place, names in THIRD_PARTY.items() if source.path.startswith(place)
                  for p in names]
@@ -186,12 +189,12 @@ def check_system_headers(tree):
                 yield source.path, line, f"<{name}> is neither standard nor a library of this folder"
 
 
-def check_gate_headers(tree):
-    """In platform/win32 one header alone includes <windows.h>"""
-    gates = {source.path for source in tree.cpp()
-             for _, name, quoted in source.includes() if not quoted and name == "windows.h"}
-    for path in sorted(gates)[1:] + [p for p in gates if not p.endswith(".h")]:
-        yield path, 1, f"<windows.h> has its gate already: {sorted(gates)[0]}"
+def check_gates(tree):
+    """Only source files include a gate to an operating system: no header shows its types"""
+    for source in tree.headers():
+        for line, name, quoted in source.includes():
+            if quoted and name in GATES:
+                yield source.path, line, f'"{name}" in a header'
 
 
 def check_system_branches(tree):
@@ -385,7 +388,7 @@ def check_texts(tree):
 CHECKS = [
     check_include_layers,
     check_system_headers,
-    check_gate_headers,
+    check_gates,
     check_system_branches,
     check_own_header_first,
     check_interfaces,

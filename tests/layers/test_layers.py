@@ -15,8 +15,10 @@ import layers
 GOOD = {
     "CMakeLists.txt": "project(x)\n",
     "platform/files.h": "#pragma once\n\n#include <string>\n",
-    "platform/posix/files.cpp": '#include "platform/files.h"\n\n#include <unistd.h>\n',
-    "platform/win32/gate.h": "#pragma once\n\n#include <windows.h>\n",
+    "platform/posix/posixgate.h": "#pragma once\n\n#include <unistd.h>\n",
+    "platform/posix/files.cpp": '#include "platform/files.h"\n\n'
+                                '#include "platform/posix/posixgate.h"\n',
+    "platform/win32/win32gate.h": "#pragma once\n\n#include <windows.h>\n",
     "platform/switch.h": "#pragma once\n\n#if defined(_WIN32)\n#endif\n",
     "orobasictypes/sptr.h": '#pragma once\n\n#include "platform/files.h"\n\n'
                             "template <class T, class U = int>\nclass SPtr {\n  T* held_;\n};\n",
@@ -129,9 +131,11 @@ BAD = [
      "tests/services/test_orothing.cpp"),
     ("library that the folder does not own",
      with_line("services/orothing.h", "#include <gtest/gtest.h>"), OS, "services/orothing.h"),
-    ("second gate to the Windows headers",
-     {"platform/win32/second.h": "#pragma once\n#include <windows.h>\n"},
-     layers.check_gate_headers, "platform/win32/second.h"),
+    ("system header beside the gate",
+     {"platform/win32/second.cpp": "#include <windows.h>\n"}, OS, "platform/win32/second.cpp"),
+    ("header that includes a gate",
+     with_line("platform/files.h", '#include "platform/posix/posixgate.h"'), layers.check_gates,
+     "platform/files.h"),
     ("ifdef of a system",
      with_line("services/orothing.h", "#ifdef _WIN32\n#endif"), BRANCH, "services/orothing.h"),
     ("if defined of a system",
