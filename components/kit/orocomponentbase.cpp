@@ -1,0 +1,58 @@
+#include "components/kit/orocomponentbase.h"
+
+#include "orobasictypes/oromodule.h"
+
+namespace {
+
+// No exception may leave the library: a class that cannot be made is a failure like any other.
+IOroUnknown* makeObject(const OroClassEntry& entry) {
+  try {
+    return entry.make();
+  } catch (...) {
+    return nullptr;
+  }
+}
+
+}  // namespace
+
+OroComponentBase::OroComponentBase(const OroComponentRecord& record)
+    : record_(record), shared_(record.classes.size()) {}
+
+void OroComponentBase::initialise(IOroObjBroker* broker) {
+  ownModule_ = oroBroker() == nullptr;
+  if (ownModule_) {
+    oroSetBroker(broker);
+    OroComponentIdentity& identity = oroModuleIdentity();
+    identity.componentName = KelCString::borrow(record_.name);
+    identity.componentId = record_.id;
+  }
+  running_ = true;
+  if (record_.started != nullptr) record_.started();
+}
+
+void OroComponentBase::shutDown() {
+  if (!running_) return;
+  running_ = false;
+  if (record_.stopping != nullptr) record_.stopping();
+}
+
+int32_t OroComponentBase::getClassObject(const GUID& classId, IOroUnknown** out) {
+  if (out == nullptr) return 0;
+  *out = nullptr;
+  for (size_t row = 0; row < record_.classes.size(); ++row) {
+    const OroClassEntry& entry = record_.classes[row];
+    if (entry.id != classId) continue;
+    *out = entry.sharing == OroSharing::shared ? sharedObject(row) : makeObject(entry);
+    return *out != nullptr ? static_cast<int32_t>(entry.sharing) : 0;
+  }
+  return 0;
+}
+
+IOroUnknown* OroComponentBase::sharedObject(size_t row) {
+  if (!shared_[row]) shared_[row] = makeObject(record_.classes[row]);
+  return shared_[row].get();
+}
+
+void OroComponentBase::setGroupName(const KelCString& name) {
+  if (ownModule_) oroModuleIdentity().groupName = name;
+}
