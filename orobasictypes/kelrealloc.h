@@ -60,6 +60,9 @@ extern KelHeapCalls kelHeapCalls;
 // Prints one line per allocation to standard output while it is true. For a debugger or a test.
 extern bool kelTraceAllocations;
 
+// Reports that the heap refused so many bytes for good, and ends the process with status -1.
+[[noreturn]] void kelOutOfMemory(int64_t attemptedBytes);
+
 // Reports a failed assertion: to the callback of this module, else to the service
 // IOroAssertHandlerCB; with neither the process ends with status 255. When it returns, the caller
 // goes on with the values as they are.

@@ -24,9 +24,12 @@ class OroArray {
   OroArray() = default;
   // With room for the elements 0 to capacity - 1; none is an item yet.
   explicit OroArray(int32_t capacity) { reserve(capacity); }
-  OroArray(const OroArray& other) { *this = other; }
+  OroArray(const OroArray& other);
   OroArray(OroArray&& other) noexcept { swap(other); }
-  OroArray& operator=(const OroArray& other);
+  OroArray& operator=(const OroArray& other) {
+    OroArray(other).swap(*this);
+    return *this;
+  }
   OroArray& operator=(OroArray&& other) noexcept {
     OroArray(std::move(other)).swap(*this);
     return *this;
@@ -94,12 +97,10 @@ class OroArray {
 };
 
 template <class T>
-OroArray<T>& OroArray<T>::operator=(const OroArray& other) {
-  if (this == &other) return *this;
+OroArray<T>::OroArray(const OroArray& other) {
   reserve(other.capacity_);
   for (int32_t i = 0; i < other.capacity_; ++i) elements_[i] = other.elements_[i];
   count_ = other.count_;
-  return *this;
 }
 
 template <class T>

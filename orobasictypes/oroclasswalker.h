@@ -20,14 +20,14 @@ struct OroClassRecord {
   KelCString parent;    // null for the first
 };
 
-using OroClassRecordList = OroArray<OroClassRecord>;      // filled from index 1
-using OroNameSet = OroHashTable<KelCString, uint8_t>;     // the value means nothing
+using OroClassRecordList = OroArray<OroClassRecord>;   // filled from index 1
+using OroNameSet = OroHashTable<KelCString, uint8_t>;  // the value means nothing
 
 struct OroClassWalker {
-  OroArray<KelCString>* parents = nullptr;    // stack; the last element is the current parent
+  OroArray<KelCString>* parents = nullptr;  // stack; the last element is the current parent
   OroClassRecordList* records = nullptr;
-  const OroNameSet* stopSet = nullptr;        // may be absent; a hit empties the walk for good
-  OroComponentIdentity* identity = nullptr;   // when set, the walk only asks for the module
+  const OroNameSet* stopSet = nullptr;       // may be absent; a hit empties the walk for good
+  OroComponentIdentity* identity = nullptr;  // when set, the walk only asks for the module
   bool stopped = false;
 };
 

@@ -10,8 +10,8 @@
 class KelCString;
 
 struct GUID {
-  uint32_t data1 = 0;     // the first word; also the hash in tables keyed by a GUID
-  uint16_t data2 = 0;     // machine byte order, as data1 and data3
+  uint32_t data1 = 0;  // the first word; also the hash in tables keyed by a GUID
+  uint16_t data2 = 0;  // machine byte order, as data1 and data3
   uint16_t data3 = 0;
   uint8_t data4[8] = {};
 
@@ -40,7 +40,8 @@ struct GUID {
 
 static_assert(sizeof(GUID) == 16);
 
-// The id as messages show it: eleven "0x%x" values, comma and blank between, lower case, no padding.
+// The id as messages show it: eleven "0x%x" values, comma and blank between, lower case, no
+// padding.
 KelCString oroGuidText(const GUID& id);
 
 // Reads "{1DBFCAD9-0338-4923-A329-EAEA81063FF0}" with or without braces, or the eleven values of

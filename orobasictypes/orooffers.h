@@ -4,8 +4,8 @@
 //    public:
 //     static constexpr const char* className() { return "KelThing"; }
 //     using Offers = OroOffers<KelThing, IOroThing, IOroThingV2>;
-//     void queryInterface(const char* name, void* out) override { Offers::query(*this, name, out); }
-//     const char* getClassName() const override { return className(); }
+//     void queryInterface(const char* name, void* out) override { Offers::query(*this, name, out);
+//     } const char* getClassName() const override { return className(); }
 //   };
 //
 // A class over another concrete class lists it with OroOffersOver<KelThing, KelBase, IOroThing...>.
@@ -68,8 +68,7 @@ struct OroOffersOver {
       orooffers::visitOwn<Class, Interfaces...>(walker);
       self.Base::queryInterface(nullptr, out);
       oroLeaveClass(walker);
-    } else if (!orooffers::queryOwn<Class, Interfaces...>(self, name,
-                                                          *static_cast<void**>(out))) {
+    } else if (!orooffers::queryOwn<Class, Interfaces...>(self, name, *static_cast<void**>(out))) {
       self.Base::queryInterface(name, out);
     }
   }

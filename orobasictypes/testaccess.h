@@ -1,0 +1,18 @@
+// What the object core looks up once and keeps, made new for a test.
+//
+// Only tests include this; it is no part of what a component author gets. Each module has its own
+// statics: these reset the ones of the module that calls.
+#pragma once
+
+namespace testaccess {
+
+// No broker, the identity of the host, no assertion callback.
+void resetModule();
+
+// The module's translator; the next text chooses one anew.
+void resetModuleTranslator();
+
+// The kept service ILogFile.
+void resetLogFile();
+
+}  // namespace testaccess

@@ -1,0 +1,63 @@
+// FakeHeap: the heap under kelMalloc and kelRealloc for the life of this object; it counts what is
+// asked of it and can refuse.
+//
+//   tests::FakeHeap heap;
+//   heap.refuseAbove = 1000;
+//   ...
+//   EXPECT_EQ(heap.allocations, 0);
+//
+// One at a time, while no other thread allocates.
+#pragma once
+
+#include <cstddef>
+#include <cstdlib>
+#include <vector>
+
+#include "orobasictypes/kelrealloc.h"
+
+namespace tests {
+
+class FakeHeap {
+ public:
+  FakeHeap() : before_(kelHeapCalls) {
+    current = this;
+    kelHeapCalls = {[](size_t bytes) { return current->allocate(bytes); },
+                    [](void* block, size_t bytes) { return current->reallocate(block, bytes); },
+                    [](void* block) { current->release(block); }};
+  }
+  ~FakeHeap() {
+    kelHeapCalls = before_;
+    current = nullptr;
+  }
+  FakeHeap(const FakeHeap&) = delete;
+  FakeHeap& operator=(const FakeHeap&) = delete;
+
+  size_t refuseAbove = PTRDIFF_MAX - 1;  // larger requests, in bytes, get null
+  int allocations = 0;                   // requests for a new block
+  int reallocations = 0;
+  int frees = 0;              // of blocks, null not counted
+  std::vector<size_t> sizes;  // bytes of each request in turn, refused ones too
+
+ private:
+  bool refuses(size_t bytes) {
+    sizes.push_back(bytes);
+    return bytes > refuseAbove;
+  }
+  void* allocate(size_t bytes) {
+    ++allocations;
+    return refuses(bytes) ? nullptr : std::malloc(bytes);
+  }
+  void* reallocate(void* block, size_t bytes) {
+    ++reallocations;
+    return refuses(bytes) ? nullptr : std::realloc(block, bytes);
+  }
+  void release(void* block) {
+    frees += block != nullptr;
+    std::free(block);
+  }
+
+  static inline FakeHeap* current = nullptr;
+  const KelHeapCalls before_;
+};
+
+}  // namespace tests
