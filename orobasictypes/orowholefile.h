@@ -8,7 +8,8 @@
 //
 // The content goes to a temporary file beside the target; commit() brings it to the disk and
 // renames it. Without a commit the target is untouched and the temporary file is removed. What is
-// no plain file (a device, a pipe) cannot be replaced and is written straight. One thread at a time.
+// no plain file (a device, a pipe) cannot be replaced and is written straight. One thread at a
+// time.
 #pragma once
 
 #include <cstddef>

@@ -1,0 +1,126 @@
+#include "components/commandline/commandline.h"
+
+#include "interfaces/IDataStore.h"
+#include "orobasictypes/oroargument.h"
+#include "orobasictypes/orotranslate.h"
+#include "orobasictypes/sptr.h"
+
+namespace {
+
+enum class Value { none, text, onOff, dateAndTime };
+
+constexpr int32_t kTextCapacity = 32767;
+constexpr int32_t kMostDateAndTime = 3;
+
+// The settings document is named by these; the settings store reads them itself.
+constexpr const char16_t* kPassedOver[] = {u"-inifile=", u"-ini_out="};
+
+}  // namespace
+
+struct CommandLine::Option {
+  const char* name;
+  Value value;
+  const char* setting;
+};
+
+namespace {
+
+constexpr const char* kBatchDirectory = "Advanced/Batch Processing";
+
+}  // namespace
+
+const CommandLine::Option* CommandLine::findOption(const OroString& name) {
+  static constexpr Option kOptions[] = {
+      {"-script", Value::text, "Scripting/Startup Macro"},
+      {"-input", Value::text, "Scripting/Input File"},
+      {"-output", Value::text, "Scripting/Output File"},
+      {"-progress", Value::onOff, "GUI/CommandLine Progress Window"},
+      {"-logfile", Value::text, "GUI/CommandLine Log File"},
+      {"-batch", Value::none, "Advanced/Batch Processing/Enabled"},
+      {"-inputDir", Value::text, "Advanced/Batch Processing/Input Directory"},
+      {"-outputDir", Value::text, "Advanced/Batch Processing/Output Directory"},
+      {"-saveActiveOnly", Value::onOff, "Advanced/Batch Processing/Save Active Only"},
+      {"-prefix", Value::text, "Advanced/Batch Processing/Prefix"},
+      {"-postfix", Value::text, "Advanced/Batch Processing/Postfix"},
+      {"-dt", Value::dateAndTime, "Advanced/Batch Processing/Date and Time"},
+  };
+  for (const Option& option : kOptions) {
+    if (name == option.name) return &option;
+  }
+  return nullptr;
+}
+
+bool CommandLine::parse(int32_t argc, const OroString* argv) {
+  changes_.clear();
+  errorText_ = OroString::empty();
+  for (int32_t i = 1; i < argc; ++i) {
+    const OroString name = oroArgumentText(argv[i]);
+    bool passedOver = false;
+    for (const char16_t* prefix : kPassedOver) {
+      const OroString head(prefix);
+      passedOver = passedOver || name.startsWith(head, head.length());
+    }
+    if (passedOver) continue;
+    const Option* option = findOption(name);
+    if (option == nullptr) return refuse("Unknown option: %1", name);
+    OroString value;
+    if (option->value != Value::none) {
+      const bool present = i + 1 < argc;
+      if (present) value = oroArgumentText(argv[++i]);
+      if (!present || findOption(value) != nullptr) {
+        return refuse("The option %1 needs a value", name);
+      }
+    }
+    if (!read(*option, value)) return false;
+  }
+  SPtr<IDataStore> store;
+  if (store && apply(*store)) return true;
+  return changes_.empty() || refuse("The settings for the command line are missing", OroString());
+}
+
+bool CommandLine::read(const Option& option, const OroString& value) {
+  int32_t number = 0;
+  if (option.value == Value::none) {
+    number = 1;
+  } else if (option.value == Value::onOff) {
+    number = value == "on" ? 1 : 0;
+    if (number == 0 && value != "off") {
+      return refuse("The option %1 takes on or off, not %2", OroString(option.name), value);
+    }
+  } else if (option.value == Value::dateAndTime) {
+    const bool digit =
+        value.length() == 1 && value.at(0) >= u'0' && value.at(0) <= u'0' + kMostDateAndTime;
+    if (!digit) {
+      return refuse("The option %1 takes a number from 0 to 3, not %2", OroString(option.name),
+                    value);
+    }
+    number = value.at(0) - u'0';
+  }
+  changes_.push_back({&option, value, number});
+  return true;
+}
+
+// The settings of the batch belong to this library and are declared here; those of the flow are
+// declared by the executable.
+bool CommandLine::apply(IDataStore& store) const {
+  constexpr int32_t kLeast = -2147483647 - 1;
+  constexpr int32_t kMost = 2147483647;
+  store.CreateDirectory("Advanced");
+  store.CreateDirectory(kBatchDirectory);
+  for (const Change& change : changes_) {
+    const char* setting = change.option->setting;
+    if (change.option->value == Value::text) {
+      store.CreateOroString(setting, kTextCapacity, OroString::empty(), 0);
+      if (!store.SetOroString(nullptr, setting, change.text)) return false;
+    } else {
+      store.CreateInt(setting, 0, kLeast, kMost, 0);
+      if (!store.SetInt(nullptr, setting, change.number)) return false;
+    }
+  }
+  return true;
+}
+
+bool CommandLine::refuse(const char* key, const OroString& a1, const OroString& a2) {
+  oroTranslate(errorText_, key, a1, a2);
+  return false;
+}

@@ -1,0 +1,16 @@
+// ExitService: ends the process in order, with a status of the caller's choice.
+#pragma once
+
+#include "interfaces/IExitService.h"
+#include "orobasictypes/orooffers.h"
+
+class ExitService : public IExitService {
+ public:
+  static constexpr const char* className() { return "ExitService"; }
+  using Offers = OroOffers<ExitService, IExitService>;
+  void queryInterface(const char* name, void* out) override { Offers::query(*this, name, out); }
+  const char* getClassName() const override { return className(); }
+
+  // Flushes all open streams first. Does not return.
+  void exit(int32_t status) override;
+};

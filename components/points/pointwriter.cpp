@@ -1,0 +1,108 @@
+#include "components/points/pointwriter.h"
+
+#include <algorithm>
+#include <memory>
+#include <new>
+
+#include "components/points/pointapplication.h"
+#include "components/points/pointclouddata.h"
+#include "components/points/pointdocument.h"
+#include "components/points/pointfiletype.h"
+#include "components/points/pointreport.h"
+#include "components/points/pointtextformatter.h"
+#include "orobasictypes/oropath.h"
+#include "orobasictypes/orowholefile.h"
+
+namespace {
+
+constexpr size_t kBlock = size_t{1} << 18;
+
+// Lines of points, handed to the file block by block.
+class LineBlock {
+ public:
+  explicit LineBlock(OroWholeFile& file) : file_(file) {}
+
+  bool add(const PointTextFormatter& form, const PointPosition& position, const PointColor* color) {
+    end_ = form.line(end_, position, color);
+    return end_ <= bytes_.get() + kBlock - PointTextFormatter::kLineRoom || flush();
+  }
+  bool flush() {
+    const bool good = file_.write(bytes_.get(), static_cast<size_t>(end_ - bytes_.get()));
+    end_ = bytes_.get();
+    return good;
+  }
+
+ private:
+  OroWholeFile& file_;
+  std::unique_ptr<char[]> bytes_ = std::make_unique_for_overwrite<char[]>(kBlock);
+  char* end_ = bytes_.get();
+};
+
+bool writeClouds(const std::vector<PointCloud*>& clouds, OroWholeFile& file) {
+  constexpr size_t kReportEvery = 8192;
+  size_t whole = 0;
+  bool colors = true;
+  for (const PointCloud* cloud : clouds) {
+    whole += cloud->size();
+    colors = colors && (cloud->hasColors() || cloud->size() == 0);
+  }
+  PointProgress progress("Writing points");
+  LineBlock lines(file);
+  size_t done = 0;
+  for (const PointCloud* cloud : clouds) {
+    const PointTextFormatter form(pointDecimals(cloud->decimals));
+    for (size_t i = 0; i < cloud->size(); ++i) {
+      const PointColor* color = colors ? &cloud->colors[i] : nullptr;
+      if (!lines.add(form, cloud->positions[i], color)) return false;
+      if (++done % kReportEvery == 0) {
+        progress.update(static_cast<int64_t>(done), static_cast<int64_t>(whole));
+      }
+    }
+  }
+  progress.update(static_cast<int64_t>(whole), static_cast<int64_t>(whole));
+  return lines.flush() && file.commit();
+}
+
+}  // namespace
+
+int32_t PointWriter::prepare(const OroPath& path) {
+  objects_.clear();
+  return static_cast<int32_t>(pointFileType(path));
+}
+
+void PointWriter::setSaveData(IFileSaveData* saveData) {
+  saveData_ = saveData;
+  if (saveData == nullptr) objects_.clear();
+}
+
+bool PointWriter::canSave(IOroDocObject* object) {
+  return object != nullptr && pointsOf(object) != nullptr;
+}
+
+void PointWriter::addObject(IOroDocObject* object) {
+  if (canSave(object)) objects_.emplace_back(object);
+}
+
+bool PointWriter::write(const OroPath& path) {
+  std::vector<PointCloud*> clouds;
+  for (const IPtr<IOroDocObject>& object : objects_) {
+    clouds.push_back(&pointsOf(object.get())->cloud());
+  }
+  if (clouds.empty()) {
+    reportPoints(1, "There are no points to save to the file %1", path);
+    return false;
+  }
+  const auto colored = std::count_if(clouds.begin(), clouds.end(),
+                                     [](const PointCloud* cloud) { return cloud->hasColors(); });
+  if (colored != 0 && colored != static_cast<ptrdiff_t>(clouds.size())) {
+    reportPoints(0, "Some points have no colour, so the file %1 is written without colours", path);
+  }
+  try {
+    OroWholeFile file;
+    if (file.open(path) && writeClouds(clouds, file)) return true;
+    reportPoints(1, "Cannot write the file %1", path);
+  } catch (const std::bad_alloc&) {
+    reportPoints(1, "There is not enough memory to write the file %1", path);
+  }
+  return false;
+}
