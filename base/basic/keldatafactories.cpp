@@ -1,0 +1,6 @@
+#include "base/basic/keldatafactories.h"
+
+KelDataFactories& kelDataFactories() {
+  static KelDataFactories factories;
+  return factories;
+}
