@@ -30,6 +30,13 @@ std::string fileToOpen(const std::string& name) {
   return access(beside.c_str(), F_OK) == 0 ? beside : name;
 }
 
+// The loader gives a message and no number: a file that cannot be read has its own, and one that
+// can is no library.
+int errorNumberOf(const std::string& file) {
+  if (isBareName(file)) return ENOENT;
+  return access(file.c_str(), R_OK) != 0 ? errno : ENOEXEC;
+}
+
 }  // namespace
 
 const char16_t* librarySuffix() { return u".so"; }
@@ -41,12 +48,11 @@ void* openLibrary(std::u16string_view name, LibrarySearch, std::string* errorTex
                  toUtf8Lossy(name) + ": cannot open shared object file: No such file or directory");
     return nullptr;
   }
-  errno = 0;
-  void* const library = dlopen(fileToOpen(systemName).c_str(), RTLD_NOW | RTLD_LOCAL);
-  const int number = errno;
+  const std::string file = fileToOpen(systemName);
+  void* const library = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
   if (library == nullptr) {
     const char* message = dlerror();
-    setErrorText(errorText, number, message != nullptr ? message : "");
+    setErrorText(errorText, errorNumberOf(file), message != nullptr ? message : "");
   }
   return library;
 }

@@ -1,0 +1,110 @@
+#include "platform/sharedlibrary.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "platform/text.h"
+#include "tests/platform/textof.h"
+#include "tests/tempfolder.h"
+#include "tests/testpaths.h"
+
+namespace {
+
+using platform::LibrarySearch;
+
+class SharedLibrary : public testing::Test {
+ protected:
+  ~SharedLibrary() override {
+    platform::setLibraryDirectory(u"");
+    platform::closeLibrary(library_);
+  }
+
+  void* open(const std::u16string& name, LibrarySearch how = LibrarySearch::alteredPath) {
+    library_ = platform::openLibrary(name, how, &errorText_);
+    return library_;
+  }
+
+  /// "0x", the number in hexadecimal and ":"; the system may have no message for it.
+  bool isErrorText(const std::string& text) const {
+    const std::size_t colon = text.find(':');
+    return text.starts_with("0x") && colon != text.npos && colon > 2 &&
+           text.find_first_not_of("0123456789abcdef", 2) == colon;
+  }
+
+  const std::u16string leaf_ = std::u16string(u"platformprobe") + platform::librarySuffix();
+  const std::filesystem::path probe_ = tests::testLibsDir() / leaf_;
+  const platform::LibraryErrorMode silent_{true};
+  void* library_ = nullptr;
+  std::string errorText_;
+};
+
+TEST_F(SharedLibrary, OpensByPathEitherWay) {
+  for (const auto how : {LibrarySearch::alteredPath, LibrarySearch::plain}) {
+    ASSERT_NE(open(tests::textOf(probe_), how), nullptr) << errorText_;
+    EXPECT_EQ(errorText_, "");
+    platform::closeLibrary(library_);
+  }
+  library_ = nullptr;
+}
+
+TEST_F(SharedLibrary, GivesItsSymbols) {
+  ASSERT_NE(open(tests::textOf(probe_)), nullptr);
+  using Answer = int (*)();
+  const auto answer = reinterpret_cast<Answer>(platform::librarySymbol(library_, "probeAnswer"));
+  ASSERT_NE(answer, nullptr);
+  EXPECT_EQ(answer(), 42);
+  EXPECT_EQ(platform::librarySymbol(library_, "probeanswer"), nullptr);
+  EXPECT_EQ(platform::librarySymbol(nullptr, "probeAnswer"), nullptr);
+}
+
+TEST_F(SharedLibrary, OpensUnderANameBeyondAscii) {
+  const tests::TempFolder folder;
+  const auto copy =
+      folder.file(std::u16string(u"pr\u00F6be \u65E5\U0001F600") + platform::librarySuffix());
+  std::filesystem::copy_file(probe_, copy);
+  EXPECT_NE(open(tests::textOf(copy)), nullptr) << errorText_;
+  platform::closeLibrary(library_);
+  library_ = nullptr;
+}
+
+TEST_F(SharedLibrary, BareNameIsFoundInTheLibraryDirectoryOnly) {
+  EXPECT_EQ(open(leaf_), nullptr);
+  platform::setLibraryDirectory(tests::textOf(tests::testLibsDir()));
+  EXPECT_NE(open(leaf_, LibrarySearch::plain), nullptr) << errorText_;
+  platform::closeLibrary(library_);
+  platform::setLibraryDirectory(u"");
+  EXPECT_EQ(open(leaf_), nullptr);
+}
+
+TEST_F(SharedLibrary, MissingFileGivesNumberAndMessage) {
+  const std::u16string names[] = {u"\\no\\such\\folder\\missing", u"missing", u"C:\\missing", u""};
+  for (const auto& name : names) {
+    errorText_.clear();
+    EXPECT_EQ(open(name.empty() ? name : name + platform::librarySuffix()), nullptr);
+    EXPECT_TRUE(isErrorText(errorText_)) << errorText_;
+    EXPECT_FALSE(errorText_.starts_with("0x0:")) << errorText_;
+    EXPECT_FALSE(errorText_.ends_with(":")) << errorText_;
+  }
+}
+
+TEST_F(SharedLibrary, DamagedFileGivesANumber) {
+  const tests::TempFolder folder;
+  const auto file = folder.write(leaf_, "this is no library");
+  EXPECT_EQ(open(tests::textOf(file)), nullptr);
+  EXPECT_TRUE(isErrorText(errorText_)) << errorText_;
+}
+
+TEST_F(SharedLibrary, MessageIsBounded) {
+  EXPECT_EQ(open(u"\\" + std::u16string(2000, u'x') + platform::librarySuffix()), nullptr);
+  EXPECT_TRUE(isErrorText(errorText_)) << errorText_;
+  EXPECT_LE(errorText_.size(), errorText_.find(':') + 1 + 254);
+}
+
+TEST_F(SharedLibrary, ErrorTextIsOptional) {
+  EXPECT_EQ(platform::openLibrary(u"\\missing", LibrarySearch::plain), nullptr);
+}
+
+TEST_F(SharedLibrary, ClosingNothingDoesNothing) { platform::closeLibrary(nullptr); }
+
+}  // namespace
