@@ -118,7 +118,7 @@ class KelCString {
   // At most maxLength bytes with `dots` full stops: where 0 keeps the head, 1 the tail, 2 both.
   KelCString elide(int maxLength, int where, int dots) const;
   // Turns a borrowed text into an owned copy; gives the bytes to write to, null for null.
-  char* makeOwned();
+  char* writableText();
 
  private:
   void freeOwned() noexcept;

@@ -65,7 +65,6 @@ class OroPath : public OroString {
 
  private:
   static OroPath unnormalized(OroString text);
-  void appendNormalized(const OroString& name);
   bool makeMissingDirectories() const;
 };
 

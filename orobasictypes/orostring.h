@@ -12,7 +12,9 @@
 #pragma once
 
 #include <cstdint>
+#include <initializer_list>
 #include <iosfwd>
+#include <string_view>
 
 class KelCString;
 class OroStringArray;
@@ -164,6 +166,13 @@ class OroString {
     other.utf8Capacity_ = 0;
   }
   void freeBuffers() noexcept;
+  void adopt(char16_t* text, int32_t capacity) noexcept;
+  void assignJoined(std::initializer_list<std::u16string_view> parts);
+  void appendUnits(std::u16string_view units);
+  void appendBytes(std::string_view bytes);
+  char16_t* growBy(size_t units);
+  char* newNarrow(size_t bytes) const;
+  bool isInside(int index) const;
 
   char16_t* text_ = nullptr;            // terminated, or null
   int32_t textCapacity_ = 0;            // bytes as the pool reported them; below 1: borrowed

@@ -4,38 +4,32 @@
 //   names.append(OroString(u"first", "first"));
 //   for (int i = 1; i <= names.lastIndex(); ++i) show(names[i]);
 //
-// It owns its texts. A plain value with one owner at a time. References to items are valid until
+// It owns its texts; copying copies them. One owner at a time. References to items are valid until
 // the array grows.
 #pragma once
 
 #include <cstdint>
 
+#include "orobasictypes/oroarray.h"
 #include "orobasictypes/orostring.h"
 
 class OroStringArray {
  public:
   OroStringArray() noexcept = default;
-  OroStringArray(const OroStringArray& other);
-  OroStringArray(OroStringArray&& other) noexcept;
-  OroStringArray& operator=(const OroStringArray& other);
-  OroStringArray& operator=(OroStringArray&& other) noexcept;
-  ~OroStringArray();
+  // With room for the slots 0 to capacity - 1.
+  explicit OroStringArray(int32_t capacity) : texts_(capacity) {}
 
-  int32_t lastIndex() const { return last_; }
-  int32_t capacity() const { return capacity_; }  // slots, slot 0 included
-  const OroString& operator[](int index) const;   // the empty string beyond the capacity
+  int32_t lastIndex() const { return texts_.count(); }    // 0 when there is no item
+  int32_t capacity() const { return texts_.capacity(); }  // slots, slot 0 included
+  // Slot `index`; the empty string when it does not exist. Below 0: slot 0.
+  const OroString& operator[](int32_t index) const;
 
-  // Grows when the index lies beyond the capacity, and leaves the last index alone. Below 0: slot
-  // 0.
-  OroString& operator[](int index);
-  void append(const OroString& text);
-  void setLastIndex(int index);  // grows when needed; texts beyond it stay
-  void clear();                  // frees all
+  // Makes the slot when it does not exist yet; leaves the last index alone. Below 0: slot 0.
+  OroString& operator[](int32_t index) { return texts_[index]; }
+  void append(const OroString& text) { texts_.add(text); }
+  void setLastIndex(int32_t index) { texts_.setCount(index); }  // texts beyond it stay
+  void clear() { texts_.clear(); }                              // gives the storage back
 
  private:
-  void growTo(int32_t slots);
-
-  int32_t capacity_ = 0;
-  OroString* data_ = nullptr;
-  int32_t last_ = 0;  // 0 when there is no item
+  OroArray<OroString> texts_;
 };

@@ -12,6 +12,12 @@ void resetModule();
 // The module's translator; the next text chooses one anew.
 void resetModuleTranslator();
 
+// The kept text service; the next operation that has use for it asks anew.
+void resetStrSupport();
+
+// The kept directory service behind oroDirPath.
+void resetDirPath();
+
 // The kept service ILogFile.
 void resetLogFile();
 

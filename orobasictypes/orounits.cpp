@@ -1,0 +1,171 @@
+#include "orobasictypes/orounits.h"
+
+#include <emmintrin.h>
+
+#include <bit>
+
+namespace {
+
+constexpr size_t unitsPerBlock = 8;   // 16-bit units in a register
+constexpr size_t bytesPerBlock = 16;  // bytes in a register
+
+__m128i loadBlock(const void* address) {
+  return _mm_loadu_si128(static_cast<const __m128i*>(address));
+}
+
+void storeBlock(void* address, __m128i block) {
+  _mm_storeu_si128(static_cast<__m128i*>(address), block);
+}
+
+void storeHalf(void* address, __m128i block) {
+  _mm_storel_epi64(static_cast<__m128i*>(address), block);
+}
+
+// One bit for each byte that is above 127.
+uint32_t highBytes(__m128i bytes) { return static_cast<uint32_t>(_mm_movemask_epi8(bytes)); }
+
+// Two bits for each of the eight units that is below 128.
+uint32_t asciiUnits(__m128i units) {
+  const __m128i high = _mm_and_si128(units, _mm_set1_epi16(static_cast<int16_t>(0xFF80)));
+  return highBytes(_mm_cmpeq_epi16(high, _mm_setzero_si128()));
+}
+
+void storeWidened(char16_t* out, __m128i bytes, __m128i highs) {
+  storeBlock(out, _mm_unpacklo_epi8(bytes, highs));
+  storeBlock(out + unitsPerBlock, _mm_unpackhi_epi8(bytes, highs));
+}
+
+// One multi-byte sequence, as far as the rules of decodeUtf8 look at it. False: refused.
+bool decodeSequence(const uint8_t*& in, const uint8_t* end, char16_t*& out) {
+  const uint32_t lead = *in;
+  if (lead < 0xC0) {  // a continuation byte by itself counts as seven bits
+    *out++ = static_cast<char16_t>(lead & 0x7F);
+    ++in;
+    return true;
+  }
+  if (lead < 0xE0) {
+    if (end - in < 2) return false;
+    const uint32_t value = (lead & 0x1F) << 6 | (in[1] & 0x3F);
+    *out++ = static_cast<char16_t>(value);
+    in += 2;
+    return value >= 0x80;
+  }
+  if (lead >= 0xF0 || end - in < 3) return false;
+  const uint32_t value = (lead & 0x0F) << 12 | (in[1] & 0x3Fu) << 6 | (in[2] & 0x3Fu);
+  *out++ = static_cast<char16_t>(value);
+  in += 3;
+  return value >= 0x800;
+}
+
+char* encodeUnit(uint32_t unit, char* out) {
+  if (unit < 0x80) {
+    *out++ = static_cast<char>(unit);
+  } else if (unit < 0x800) {
+    *out++ = static_cast<char>(0xC0 | unit >> 6);
+    *out++ = static_cast<char>(0x80 | (unit & 0x3F));
+  } else {
+    *out++ = static_cast<char>(0xE0 | unit >> 12);
+    *out++ = static_cast<char>(0x80 | (unit >> 6 & 0x3F));
+    *out++ = static_cast<char>(0x80 | (unit & 0x3F));
+  }
+  return out;
+}
+
+}  // namespace
+
+namespace orounits {
+
+// Aligned blocks never reach into another page, so a block may be read beyond the terminator and
+// in front of the text; the sanitizers, which count single bytes, are told so.
+__attribute__((no_sanitize("address", "thread"))) size_t length(const char16_t* text) {
+  const __m128i zero = _mm_setzero_si128();
+  const uintptr_t address = reinterpret_cast<uintptr_t>(text);
+  auto block = reinterpret_cast<const __m128i*>(address & ~uintptr_t{15});
+  const uint32_t before = static_cast<uint32_t>(address & 15);
+  uint32_t zeros = highBytes(_mm_cmpeq_epi16(_mm_load_si128(block), zero)) >> before << before;
+  while (zeros == 0) zeros = highBytes(_mm_cmpeq_epi16(_mm_load_si128(++block), zero));
+  const uintptr_t end = reinterpret_cast<uintptr_t>(block) + std::countr_zero(zeros);
+  return (end - address) / sizeof(char16_t);
+}
+
+size_t length(const char16_t* text, size_t limit) {
+  size_t count = 0;
+  while (count < limit && text[count] != 0) ++count;
+  return count;
+}
+
+void widen(const char* bytes, size_t count, char16_t* out) {
+  size_t i = 0;
+  for (; i + bytesPerBlock <= count; i += bytesPerBlock) {
+    const __m128i block = loadBlock(bytes + i);
+    storeWidened(out + i, block, _mm_cmplt_epi8(block, _mm_setzero_si128()));
+  }
+  for (; i < count; ++i) out[i] = static_cast<char16_t>(static_cast<signed char>(bytes[i]));
+}
+
+ptrdiff_t decodeUtf8(const char* bytes, size_t count, char16_t* out) {
+  const char16_t* const first = out;
+  auto in = reinterpret_cast<const uint8_t*>(bytes);
+  const uint8_t* const end = in + count;
+  while (in != end) {
+    if (end - in >= static_cast<ptrdiff_t>(bytesPerBlock)) {
+      const __m128i block = loadBlock(in);
+      storeWidened(out, block, _mm_setzero_si128());
+      const int ascii = std::countr_zero(highBytes(block) | 1u << bytesPerBlock);
+      in += ascii;
+      out += ascii;
+      if (ascii == static_cast<int>(bytesPerBlock)) continue;
+    } else if (*in < 0x80) {
+      *out++ = *in++;
+      continue;
+    }
+    // What is not ASCII mostly comes in runs.
+    do {
+      if (!decodeSequence(in, end, out)) return -1;
+    } while (in != end && *in >= 0x80);
+  }
+  return out - first;
+}
+
+size_t encodeUtf8(const char16_t* units, size_t count, char* out) {
+  const char* const first = out;
+  size_t i = 0;
+  while (i < count) {
+    if (count - i >= unitsPerBlock) {
+      const __m128i block = loadBlock(units + i);
+      storeHalf(out, _mm_packus_epi16(block, block));
+      const size_t ascii = static_cast<size_t>(std::countr_one(asciiUnits(block))) / 2;
+      i += ascii;
+      out += ascii;
+      if (ascii == unitsPerBlock) continue;
+      do {
+        out = encodeUnit(units[i++], out);
+      } while (i < count && units[i] >= 0x80);
+    } else {
+      out = encodeUnit(units[i++], out);
+    }
+  }
+  return static_cast<size_t>(out - first);
+}
+
+size_t dropToAscii(const char16_t* units, size_t count, char* out) {
+  const char* const first = out;
+  size_t i = 0;
+  for (; i + unitsPerBlock <= count; i += unitsPerBlock) {
+    const __m128i block = loadBlock(units + i);
+    if (asciiUnits(block) == 0xFFFF) {
+      storeHalf(out, _mm_packus_epi16(block, block));
+      out += unitsPerBlock;
+      continue;
+    }
+    for (size_t k = i; k < i + unitsPerBlock; ++k) {
+      if (units[k] < 0x80) *out++ = static_cast<char>(units[k]);
+    }
+  }
+  for (; i < count; ++i) {
+    if (units[i] < 0x80) *out++ = static_cast<char>(units[i]);
+  }
+  return static_cast<size_t>(out - first);
+}
+
+}  // namespace orounits
