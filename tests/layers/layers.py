@@ -12,6 +12,7 @@ are OK. Each check is a function that takes the tree and yields (file, line, mes
 
 import argparse
 import concurrent.futures
+import fnmatch
 import os
 import pathlib
 import re
@@ -342,7 +343,7 @@ def check_type_information(tree):
 # Tests and texts
 
 def check_sources_listed(tree):
-    """Each source file stands in the CMakeLists.txt of its folder or of one above"""
+    """Each source file is named, or matched by a GLOB, in a CMakeLists.txt of its folder or above"""
     for source in tree.cpp("tests/", "bench/", "examples/", "tools/"):
         if source.suffix != "cpp":
             continue
@@ -351,7 +352,10 @@ def check_sources_listed(tree):
             lists = tree.files.get((above / "CMakeLists.txt").as_posix())
             name = pathlib.PurePosixPath(source.path).relative_to(above).as_posix()
             code = re.sub(r"#.*", "", lists.text) if lists else ""
-            listed = listed or re.search(rf"(?<![\w./-]){re.escape(name)}(?![\w.-])", code)
+            listed = listed or re.search(rf"(?<![\w./-]){re.escape(name)}(?![\w.-])", code) \
+                or any(fnmatch.fnmatch(name, word) and "/" not in name
+                       for words in re.findall(r"file\(GLOB([^)]*)\)", code)
+                       for word in words.split())
         if not listed:
             yield source.path, 1, "no CMakeLists.txt names it"
 
