@@ -49,6 +49,7 @@ std::int64_t fileSize(std::u16string_view path);
 bool flushToDisk(std::FILE* stream);
 
 /// A file's bytes in memory, read only, as long as the object lives.
+/// Requires: nobody shortens the file meanwhile; Linux cannot prevent it.
 ///
 ///   platform::MappedFile file;
 ///   if (file.open(path)) parse(file.data(), file.size());
