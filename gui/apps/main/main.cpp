@@ -1,0 +1,15 @@
+// The entry of the process.
+
+#include "gui/apps/main/mainfunction.h"
+#include "orobasictypes/orobaselibrary.h"
+#include "platform/process.h"
+
+// Always 1, good or bad: callers of the program know no other result of a run that came back, and
+// a status of its own is given only by a component that ends the process.
+int main(int argc, char** argv) {
+  platform::storeInstanceHandle(platform::systemInstanceHandle());
+  const platform::NarrowArguments arguments = platform::narrowArguments(argc, argv);
+  oroMainFunction(arguments.count, arguments.values);
+  oroBaseLibraryEnd();
+  return 1;
+}

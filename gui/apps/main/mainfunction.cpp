@@ -1,0 +1,34 @@
+#include "gui/apps/main/mainfunction.h"
+
+#include <memory>
+
+#include "gui/apps/main/commandlineflow.h"
+#include "gui/apps/main/oroappmain.h"
+#include "gui/apps/main/usage.h"
+#include "orobasictypes/orostring.h"
+#include "platform/process.h"
+
+namespace {
+
+int32_t runToEnd(OroAppMain& application, int32_t argc, const OroString* argv,
+                 IOroAppMainHook* hook) {
+  application.init(argc, argv, hook);  // a failure shows in the next line
+  const int32_t result = application.isHeadless() ? runCommandLine(argc, argv) : application.run();
+  // After a failed run the destructor shuts down, and a script's error changes nothing any more.
+  return result != 0 || application.shutDown() != 0 ? 1 : 0;
+}
+
+}  // namespace
+
+int32_t oroMainFunction(int argc, const char* const* argv, IOroAppMainHook* hook) {
+  platform::reportRuntimeErrorsInBox();
+  OroAppMain application;
+  const int32_t count = argc > 0 ? argc : 0;
+  const std::unique_ptr<OroString[]> arguments(new OroString[static_cast<size_t>(count) + 1]);
+  for (int32_t i = 0; i < count; ++i) arguments[i] = OroString(argv[i]);
+  if (isHelpRequest(count, arguments.get())) {
+    printUsage(count, arguments.get());
+    return 0;
+  }
+  return runToEnd(application, count, arguments.get(), hook);
+}

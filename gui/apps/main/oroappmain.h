@@ -1,0 +1,40 @@
+// OroAppMain: the application main object of this process, which owns the order of start and stop.
+//
+// Made once, on the main function's stack; not counted. What failed in a start is in errorText();
+// the user has been told by then through the error service. Main thread.
+#pragma once
+
+#include "interfaces/IOroAppMainV2.h"
+#include "orobasictypes/iptr.h"
+
+class IKelInitServer;
+class IOroAppStarter;
+
+class OroAppMain : public IOroAppMainV2 {
+ public:
+  OroAppMain();
+  ~OroAppMain() override;
+  OroAppMain(const OroAppMain&) = delete;
+  OroAppMain& operator=(const OroAppMain&) = delete;
+
+  int32_t init(int32_t argc, const OroString* argv, IOroAppMainHook* hook) override;
+  int32_t initEssential() override;
+  int32_t initConfigurable(int32_t argc, const OroString* argv, IOroAppMainHook* hook) override;
+  int32_t run() override;
+  int32_t shutDown() override;
+  IOroObjBroker* objectBroker() override;
+  void setErrorHandler(void* handler) override;
+  const char* errorText() override { return errorText_; }
+
+  // Started, and without an application starter: the command line drives the run.
+  bool isHeadless() const { return started_ && !starter_; }
+
+ private:
+  int32_t failConfigurable(const char* errorText);
+  bool readDescription(IKelInitServer& initServer);
+  int32_t startApplication();
+
+  bool started_ = false;          // from a successful start until shutDown begins
+  IPtr<IOroAppStarter> starter_;  // null where the application has none
+  const char* errorText_;         // of the last phase that failed
+};

@@ -1,0 +1,9 @@
+// The last step of the command-line flow: saves the document under a name.
+#pragma once
+
+class IInfoBar2;
+class IScriptEngine;
+class OroString;
+
+// `bar` and `engine` may be null. What goes wrong is the save service's business, which reports it.
+void saveFile(const OroString& file, IInfoBar2* bar, IScriptEngine* engine);

@@ -1,0 +1,40 @@
+#include "tests/blackbox/childprocess.h"
+
+#include <fstream>
+#include <iterator>
+
+#include "tests/tempfolder.h"
+#include "tests/testpaths.h"
+
+namespace tests {
+namespace {
+
+std::string readIfThere(const std::filesystem::path& file) {
+  std::ifstream in(file, std::ios::binary);
+  return {std::istreambuf_iterator<char>(in), {}};
+}
+
+}  // namespace
+
+ChildResult runChild(const Child& child) {
+  const TempFolder folder;
+  ChildResult result;
+  Child quiet = child;
+  quiet.environment.insert(quiet.environment.begin(), {"DISPLAY", std::nullopt});
+  runToFiles(quiet, folder.file("output"), folder.file("errors"), result);
+  result.output = readIfThere(folder.file("output"));
+  result.errors = readIfThere(folder.file("errors"));
+  return result;
+}
+
+std::string plainLines(std::string_view text) {
+  std::string plain;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] != '\r' || i + 1 == text.size() || text[i + 1] != '\n') plain += text[i];
+  }
+  return plain;
+}
+
+std::filesystem::path cowlProgram() { return stageDir() / programFileName("cowl"); }
+
+}  // namespace tests

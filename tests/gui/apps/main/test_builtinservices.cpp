@@ -1,0 +1,101 @@
+#include "gui/apps/main/builtinservices.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "base/basic/gendatastore.h"
+#include "gui/apps/main/oroappmain.h"
+#include "interfaces/IOroComponentManager.h"
+#include "interfaces/IOroCustomTranslatorRegistry.h"
+#include "interfaces/IOroDirService.h"
+#include "interfaces/IOroErrorService.h"
+#include "interfaces/IOroRegistry.h"
+#include "interfaces/IOroTranslatorService.h"
+#include "orobasictypes/sptr.h"
+#include "tests/gui/apps/main/appworld.h"
+#include "tests/support/fakebroker.h"
+
+namespace {
+
+class RecordingBroker : public tests::FakeBroker {
+ public:
+  std::vector<std::string> names;
+  int32_t registerService(const KelCString& name, IOroUnknown* object) override {
+    names.push_back(name.c_str());
+    EXPECT_NE(object, nullptr) << name.c_str();
+    return FakeBroker::registerService(name, object);
+  }
+};
+
+TEST(BuiltInServices, ArePublishedInTheOrderOfTheirNeeds) {
+  tests::AppWorld world;
+  RecordingBroker broker;
+  registerBuiltInServices(broker);
+  // The services that this build has, in their places among all that there are to be.
+  const std::vector<std::string> order = {
+      "IOroRegistry",   "IProductInfo",          "IDataStore",
+      "IImageStore",    "IOroTranslatorService", "IOroCustomTranslatorRegistry",
+      "IHelpService",   "IBucketMemoryPool",     "IOroTranslator",
+      "IFileUtil",      "IOroHeapMemoryUsage",   "IOroErrorService",
+      "IOroDirService", "IOroNetworkService"};
+  std::vector<std::string> expected;
+  for (const std::string& name : order) {
+    if (std::find(broker.names.begin(), broker.names.end(), name) != broker.names.end()) {
+      expected.push_back(name);
+    }
+  }
+  EXPECT_EQ(broker.names, expected);
+  EXPECT_THAT(broker.names,
+              testing::IsSupersetOf({"IOroRegistry", "IDataStore", "IOroTranslatorService",
+                                     "IOroCustomTranslatorRegistry", "IOroErrorService",
+                                     "IOroDirService"}));
+}
+
+class BuiltIn : public testing::Test {
+ protected:
+  BuiltIn() { application_.initEssential(); }
+
+  tests::AppWorld world_;
+  OroAppMain application_;
+};
+
+TEST_F(BuiltIn, AnswerUnderTheirNames) {
+  EXPECT_TRUE(SPtr<IOroComponentManager>());
+  EXPECT_TRUE(SPtr<Velmora::IOroRegistry>());
+  EXPECT_TRUE(SPtr<IDataStore>());
+  EXPECT_TRUE(SPtr<IOroTranslatorService>());
+  EXPECT_TRUE(SPtr<IOroCustomTranslatorRegistry>());
+  EXPECT_TRUE(SPtr<IOroErrorService>());
+  EXPECT_TRUE(SPtr<IOroDirService>());
+}
+
+TEST_F(BuiltIn, OneTranslatorServiceHasTwoNames) {
+  SPtr<IOroTranslatorService> service;
+  SPtr<IOroCustomTranslatorRegistry> registry;
+  EXPECT_EQ(service.object(), registry.object());
+  EXPECT_EQ(service.object()->refCount(), 4);  // two by the broker, two here
+}
+
+TEST_F(BuiltIn, TheSettingsAreThoseOfTheProcess) {
+  SPtr<IDataStore> store;
+  EXPECT_EQ(store.get(), static_cast<IDataStore*>(getGenDataStore()));
+}
+
+TEST_F(BuiltIn, EachIsHeldByTheBrokerAlone) {
+  SPtr<Velmora::IOroRegistry> registry;
+  EXPECT_EQ(registry.object()->refCount(), 2);
+  SPtr<IOroDirService> directories;
+  EXPECT_EQ(directories.object()->refCount(), 2);
+}
+
+TEST_F(BuiltIn, ErrorsGoToTheMessageBoxFromTheStart) {
+  SPtr<IOroErrorService> errors;
+  errors->report(OroString("bad"), 1, KelCString());
+  EXPECT_EQ(world_.boxText(), u"ERROR:\nbad");
+}
+
+}  // namespace
