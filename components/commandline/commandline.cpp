@@ -1,7 +1,7 @@
 #include "components/commandline/commandline.h"
 
 #include "interfaces/IDataStore.h"
-#include "orobasictypes/oroargument.h"
+#include "orobasictypes/orosystemtext.h"
 #include "orobasictypes/orotranslate.h"
 #include "orobasictypes/sptr.h"
 

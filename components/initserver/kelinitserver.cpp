@@ -12,6 +12,7 @@
 #include "interfaces/IOroRegistry.h"
 #include "orobasictypes/orofilereader.h"
 #include "orobasictypes/oropath.h"
+#include "orobasictypes/orosystemtext.h"
 #include "orobasictypes/orotranslate.h"
 #include "orobasictypes/sptr.h"
 
@@ -45,7 +46,7 @@ bool KelInitServer::readDescription(int32_t) {
   std::string text;
   OroString message;
   if (!readFile(path, text)) {
-    report(oroTranslate(message, "Cannot read the application description %1", path));
+    report(oroTranslate(message, "Cannot read the application description %1", oroShownPath(path)));
     return false;
   }
   ApplicationDescription description;
@@ -53,7 +54,7 @@ bool KelInitServer::readDescription(int32_t) {
   if (!parser.parse(text)) {
     OroString problem;
     oroTranslate(problem, parser.problem(), OroString(parser.subject().c_str()));
-    report(oroTranslate(message, "%1, line %2: %3", path,
+    report(oroTranslate(message, "%1, line %2: %3", oroShownPath(path),
                         OroString(std::to_string(parser.line()).c_str()), problem));
     return false;
   }

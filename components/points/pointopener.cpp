@@ -11,6 +11,7 @@
 #include "components/points/pointtextparser.h"
 #include "orobasictypes/orofilereader.h"
 #include "orobasictypes/oropath.h"
+#include "orobasictypes/orosystemtext.h"
 #include "orobasictypes/orotranslate.h"
 
 namespace {
@@ -30,7 +31,7 @@ void reserveFor(PointCloud& cloud, size_t parsed, int64_t fileSize) {
 bool readText(const OroPath& path, PointCloud& cloud) {
   OroFileReader file;
   if (!file.open(path)) {
-    reportPoints(1, "Cannot open the file %1", path);
+    reportPoints(1, "Cannot open the file %1", oroShownPath(path));
     return false;
   }
   PointProgress progress("Reading points");
@@ -44,14 +45,14 @@ bool readText(const OroPath& path, PointCloud& cloud) {
     progress.update(done, file.size());
   }
   if (file.failed()) {
-    reportPoints(1, "The file %1 could not be read to its end", path);
+    reportPoints(1, "The file %1 could not be read to its end", oroShownPath(path));
     return false;
   }
   if (parser.finish()) return true;
   OroString problem;
   oroTranslate(problem, parser.problem());
-  reportPoints(1, "%1, line %2: %3", path, OroString(std::to_string(parser.line()).c_str()),
-               problem);
+  reportPoints(1, "%1, line %2: %3", oroShownPath(path),
+               OroString(std::to_string(parser.line()).c_str()), problem);
   return false;
 }
 
@@ -61,22 +62,22 @@ bool PointOpener::open(const OroPath& path, IOroOpenOptions*, int32_t) {
   SPtr<IOroDoc> service;
   auto* document = oroQueryClass<PointDocument>(service.get());
   if (document == nullptr) {
-    reportPoints(1, "There is no document to open %1 in", path);
+    reportPoints(1, "There is no document to open %1 in", oroShownPath(path));
     return false;
   }
   if (pointFileType(path) != PointFileType::text) {
-    reportPoints(1, "The type of the file %1 is not known", path);
+    reportPoints(1, "The type of the file %1 is not known", oroShownPath(path));
     return false;
   }
   try {
     PointCloud cloud;
     if (!readText(path, cloud)) return false;
-    if (cloud.size() == 0) reportPoints(0, "The file %1 holds no points", path);
+    if (cloud.size() == 0) reportPoints(0, "The file %1 holds no points", oroShownPath(path));
     document->add(new PointObject(path.fileName(false), PointCloudData::classId(),
                                   new PointCloudData(std::move(cloud))));
     return true;
   } catch (const std::bad_alloc&) {
-    reportPoints(1, "There is not enough memory to read the file %1", path);
+    reportPoints(1, "There is not enough memory to read the file %1", oroShownPath(path));
     return false;
   }
 }

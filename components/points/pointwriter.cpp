@@ -11,6 +11,7 @@
 #include "components/points/pointreport.h"
 #include "components/points/pointtextformatter.h"
 #include "orobasictypes/oropath.h"
+#include "orobasictypes/orosystemtext.h"
 #include "orobasictypes/orowholefile.h"
 
 namespace {
@@ -89,20 +90,21 @@ bool PointWriter::write(const OroPath& path) {
     clouds.push_back(&pointsOf(object.get())->cloud());
   }
   if (clouds.empty()) {
-    reportPoints(1, "There are no points to save to the file %1", path);
+    reportPoints(1, "There are no points to save to the file %1", oroShownPath(path));
     return false;
   }
   const auto colored = std::count_if(clouds.begin(), clouds.end(),
                                      [](const PointCloud* cloud) { return cloud->hasColors(); });
   if (colored != 0 && colored != static_cast<ptrdiff_t>(clouds.size())) {
-    reportPoints(0, "Some points have no colour, so the file %1 is written without colours", path);
+    reportPoints(0, "Some points have no colour, so the file %1 is written without colours",
+                 oroShownPath(path));
   }
   try {
     OroWholeFile file;
     if (file.open(path) && writeClouds(clouds, file)) return true;
-    reportPoints(1, "Cannot write the file %1", path);
+    reportPoints(1, "Cannot write the file %1", oroShownPath(path));
   } catch (const std::bad_alloc&) {
-    reportPoints(1, "There is not enough memory to write the file %1", path);
+    reportPoints(1, "There is not enough memory to write the file %1", oroShownPath(path));
   }
   return false;
 }

@@ -1,7 +1,8 @@
-#include "orobasictypes/oroargument.h"
+#include "orobasictypes/orosystemtext.h"
 
 #include <string>
 
+#include "orobasictypes/oropath.h"
 #include "platform/text.h"
 
 OroString oroArgumentText(const OroString& argument) {
@@ -11,4 +12,10 @@ OroString oroArgumentText(const OroString& argument) {
     bytes.push_back(static_cast<char>(*unit & 0xFF));
   }
   return OroString(platform::fromCodePage(bytes).c_str());
+}
+
+OroString oroShownPath(const OroPath& path) {
+  const std::string name = platform::toSystemPath(path.wideText());
+  if (name.empty()) return path;  // it names nothing here, so it is shown as it stands
+  return OroString(platform::fromSystem(name).c_str());
 }

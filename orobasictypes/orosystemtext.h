@@ -1,0 +1,16 @@
+// Text as the person at the system's own prompt types and reads it.
+//
+// Inside, arguments are bytes widened one by one and paths have "\" on every system. Take these
+// where such a text comes in as a file name or goes out in a message. Any thread.
+#pragma once
+
+#include "orobasictypes/orostring.h"
+
+class OroPath;
+
+// An argument's bytes read in the system's encoding: UTF-8 on Linux, the ANSI code page on Windows.
+// A text with no widened byte comes back as it is.
+OroString oroArgumentText(const OroString& argument);
+
+// A path in the form of the system, for messages; never for a file name of the program.
+OroString oroShownPath(const OroPath& path);

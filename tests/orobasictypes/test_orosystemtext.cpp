@@ -1,0 +1,38 @@
+#include "orobasictypes/orosystemtext.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+#include "orobasictypes/oropath.h"
+#include "platform/text.h"
+
+namespace {
+
+TEST(OroArgumentText, BringsWidenedBytesBackToTheSystemsText) {
+  const std::string typed = platform::toCodePage(u"caf\u00E9.xyz");
+  const OroString argument(typed.c_str());
+  EXPECT_FALSE(argument == OroString(u"caf\u00E9.xyz"));
+  EXPECT_TRUE(oroArgumentText(argument) == OroString(u"caf\u00E9.xyz"));
+}
+
+TEST(OroArgumentText, LeavesPlainAndWideTextAsItIs) {
+  EXPECT_TRUE(oroArgumentText(OroString("-input")) == "-input");
+  EXPECT_TRUE(oroArgumentText(OroString(u"\u4E2D")) == OroString(u"\u4E2D"));
+  EXPECT_TRUE(oroArgumentText(OroString()).isEmpty());
+}
+
+TEST(OroShownPath, HasTheSeparatorsOfTheSystem) {
+  const char separator = static_cast<char>(std::filesystem::path::preferred_separator);
+  const std::string expected = std::string("a") + separator + "b.xyz";
+  EXPECT_TRUE(oroShownPath(OroPath("a/b.xyz")) == expected.c_str());
+  EXPECT_TRUE(oroShownPath(OroPath(OroString(u"\u4E2D/x"))).at(0) == u'\u4E2D');
+  EXPECT_TRUE(oroShownPath(OroPath()).isEmpty());
+}
+
+TEST(OroShownPath, APathThatNamesNothingHereIsShownAsItStands) {
+  EXPECT_TRUE(oroShownPath(OroPath("c:/dir/x")) == "c:\\dir\\x");
+}
+
+}  // namespace

@@ -1,0 +1,77 @@
+#include "orobasictypes/orowholefile.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "orobasictypes/oropath.h"
+#include "tests/tempfolder.h"
+
+namespace {
+
+class OroWholeFileTest : public testing::Test {
+ protected:
+  OroPath path(const char* name) {
+    return OroPath(OroString(folder_.file(name).u16string().c_str()));
+  }
+  int entries() {
+    int count = 0;
+    for ([[maybe_unused]] const auto& e : std::filesystem::directory_iterator(folder_.path())) {
+      ++count;
+    }
+    return count;
+  }
+  tests::TempFolder folder_;
+  OroWholeFile file_;
+};
+
+TEST_F(OroWholeFileTest, TheTargetHoldsTheContentOnlyAfterTheCommit) {
+  folder_.write("a", "old");
+  ASSERT_TRUE(file_.open(path("a")));
+  EXPECT_TRUE(file_.write("new", 3));
+  EXPECT_EQ(folder_.read("a"), "old");
+  EXPECT_TRUE(file_.commit());
+  EXPECT_EQ(folder_.read("a"), "new");
+  EXPECT_EQ(entries(), 1);
+}
+
+TEST_F(OroWholeFileTest, WithoutACommitNothingChangesAndNothingIsLeft) {
+  folder_.write("a", "old");
+  {
+    OroWholeFile dropped;
+    ASSERT_TRUE(dropped.open(path("a")));
+    dropped.write("new", 3);
+    EXPECT_EQ(entries(), 2);
+  }
+  EXPECT_EQ(folder_.read("a"), "old");
+  EXPECT_EQ(entries(), 1);
+}
+
+TEST_F(OroWholeFileTest, DiscardBeginsAnew) {
+  ASSERT_TRUE(file_.open(path("a")));
+  file_.write("x", 1);
+  file_.discard();
+  EXPECT_FALSE(file_.write("y", 1));
+  EXPECT_FALSE(file_.commit());
+  EXPECT_EQ(entries(), 0);
+  ASSERT_TRUE(file_.open(path("b")));
+  file_.write("z", 1);
+  EXPECT_TRUE(file_.commit());
+  EXPECT_EQ(folder_.read("b"), "z");
+}
+
+TEST_F(OroWholeFileTest, AFolderAnAbsentFolderAndAnEmptyNameDoNotOpen) {
+  std::filesystem::create_directory(folder_.file("folder"));
+  EXPECT_FALSE(file_.open(path("folder")));
+  EXPECT_FALSE(file_.open(path("absent/a")));
+  EXPECT_FALSE(file_.open(OroPath()));
+  EXPECT_EQ(entries(), 1);
+}
+
+TEST_F(OroWholeFileTest, AnEmptyContentMakesAnEmptyFile) {
+  ASSERT_TRUE(file_.open(path("a")));
+  EXPECT_TRUE(file_.commit());
+  EXPECT_EQ(folder_.read("a"), "");
+}
+
+}  // namespace
