@@ -32,14 +32,14 @@ void storeError(const char* text) {
   }
 }
 
-// "name (id)", or the id alone where the name is not known.
-void appendIdentity(KelCString& text, const KelCString* name, const GUID& id) {
+// "name (id)", or the id alone where there is no name.
+void appendIdentity(KelCString& text, const KelCString& name, const GUID& id) {
   const KelCString idText = oroGuidText(id);
-  if (name == nullptr) {
+  if (name.isEmpty()) {
     text.append(idText.text());
     return;
   }
-  text.append(name->text());
+  text.append(name.text());
   text.append(" (");
   text.append(idText.text());
   text.append(")");
@@ -59,12 +59,10 @@ void OroObjectBroker::report(const KelCString& text) {
 
 void OroObjectBroker::reportNoObject(const GUID& classId, const GUID& componentId) {
   const auto className = classNames_.find(classId);
-  KelCString name;
-  const bool named = componentName(componentId, name);
   KelCString text("can't get object of id [");
-  appendIdentity(text, className != classNames_.end() ? &className->second : nullptr, classId);
+  appendIdentity(text, className != classNames_.end() ? className->second : KelCString(), classId);
   text.append("] in component [");
-  appendIdentity(text, named ? &name : nullptr, componentId);
+  appendIdentity(text, componentName(componentId), componentId);
   text.append("]");
   report(text);
 }
@@ -88,10 +86,8 @@ void OroObjectBroker::reportNoInterface(IOroUnknown& object, const KelCString& i
 void OroObjectBroker::reportDuplicate(const GUID& classId, const GUID& firstComponent,
                                       const GUID& component, const KelCString& className) {
   const auto origin = [this](const char* lead, const GUID& id) {
-    KelCString name;
-    componentName(id, name);
     KelCString line(lead, oroGuidText(id).text(), "-");
-    line.append(name.text());
+    line.append(componentName(id).text());
     return line;
   };
   const KelCString id = oroGuidText(classId);
@@ -109,16 +105,19 @@ void OroObjectBroker::reportDuplicate(const GUID& classId, const GUID& firstComp
   platform::writeStandardError(lines);
 }
 
-bool OroObjectBroker::componentName(const GUID& componentId, KelCString& name) {
+// Empty when the manager does not know it.
+KelCString OroObjectBroker::componentName(const GUID& componentId) {
+  KelCString name;
   auto* const manager = oroQuery<IOroComponentManagerV2>(componentManager_);
-  return manager != nullptr && manager->getComponentName(componentId, groupName_, name);
+  if (manager != nullptr) manager->getComponentName(componentId, groupName_, name);
+  return name;
 }
 
 KelCString OroObjectBroker::componentNameOfClass(const GUID& classId) {
   KelCString name;
   const auto* const entry = classToComponent_.find(classId);
-  if (entry != nullptr && componentName(entry->value, name)) return name;
-  return KelCString::borrow("<unknown>");
+  if (entry != nullptr) name = componentName(entry->value);
+  return !name.isEmpty() ? name : KelCString::borrow("<unknown>");
 }
 
 namespace testaccess {

@@ -331,7 +331,9 @@ void OroObjectBroker::detach(IOroObserver* observer) { observers_.remove(findObs
 
 void OroObjectBroker::notify(const KelCString& text, int32_t) {
   if (++notifyDepth_ == 1) {
-    for (int32_t i = 1; i < observers_.count(); ++i) observers_[i]->update(text, this, 0);
+    for (int32_t i = 1; i < observers_.count(); ++i) {
+      if (observers_[i] != nullptr) observers_[i]->update(text, this, 0);
+    }
   }
   --notifyDepth_;
 }

@@ -111,7 +111,7 @@ class OroObjectBroker : public IOroObjBroker,
   void reportNoInterface(IOroUnknown& object, const KelCString& interfaceName);
   void reportDuplicate(const GUID& classId, const GUID& firstComponent, const GUID& component,
                        const KelCString& className);
-  bool componentName(const GUID& componentId, KelCString& name);
+  KelCString componentName(const GUID& componentId);
   KelCString componentNameOfClass(const GUID& classId);
 
   OroHashTable<GUID, GUID> classToComponent_;

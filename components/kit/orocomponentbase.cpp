@@ -19,10 +19,11 @@ OroComponentBase::OroComponentBase(const OroComponentRecord& record)
     : record_(record), shared_(record.classes.size()) {}
 
 void OroComponentBase::initialise(IOroObjBroker* broker) {
-  ownModule_ = oroBroker() == nullptr;
+  OroComponentIdentity& identity = oroModuleIdentity();
+  // A library that is loaded for two groups has two components in one module.
+  ownModule_ = oroBroker() == nullptr || identity.componentId == record_.id;
   if (ownModule_) {
     oroSetBroker(broker);
-    OroComponentIdentity& identity = oroModuleIdentity();
     identity.componentName = KelCString::borrow(record_.name);
     identity.componentId = record_.id;
   }
