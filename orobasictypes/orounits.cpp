@@ -2,6 +2,7 @@
 
 #include <emmintrin.h>
 
+#include <algorithm>
 #include <bit>
 
 namespace {
@@ -75,23 +76,28 @@ char* encodeUnit(uint32_t unit, char* out) {
 
 namespace orounits {
 
+size_t length(const char16_t* text) { return length(text, SIZE_MAX); }
+
 // Aligned blocks never reach into another page, so a block may be read beyond the terminator and
 // in front of the text; the sanitizers, which count single bytes, are told so.
-__attribute__((no_sanitize("address", "thread"))) size_t length(const char16_t* text) {
+__attribute__((no_sanitize("address", "thread"))) size_t length(const char16_t* text,
+                                                                size_t limit) {
+  if (limit == 0) return 0;
   const __m128i zero = _mm_setzero_si128();
   const uintptr_t address = reinterpret_cast<uintptr_t>(text);
-  auto block = reinterpret_cast<const __m128i*>(address & ~uintptr_t{15});
-  const uint32_t before = static_cast<uint32_t>(address & 15);
+  const uint32_t before = static_cast<uint32_t>(address % bytesPerBlock);
+  auto block = reinterpret_cast<const __m128i*>(address - before);
+  // Units from the start of the first block on that are within the limit.
+  const size_t reach = std::min(limit, SIZE_MAX / 4) + before / sizeof(char16_t);
   uint32_t zeros = highBytes(_mm_cmpeq_epi16(_mm_load_si128(block), zero)) >> before << before;
-  while (zeros == 0) zeros = highBytes(_mm_cmpeq_epi16(_mm_load_si128(++block), zero));
-  const uintptr_t end = reinterpret_cast<uintptr_t>(block) + std::countr_zero(zeros);
-  return (end - address) / sizeof(char16_t);
-}
-
-size_t length(const char16_t* text, size_t limit) {
-  size_t count = 0;
-  while (count < limit && text[count] != 0) ++count;
-  return count;
+  size_t seen = 0;
+  while (zeros == 0) {
+    seen += unitsPerBlock;
+    if (seen >= reach) return limit;
+    zeros = highBytes(_mm_cmpeq_epi16(_mm_load_si128(++block), zero));
+  }
+  const size_t end = seen + static_cast<size_t>(std::countr_zero(zeros)) / sizeof(char16_t);
+  return std::min(end - before / sizeof(char16_t), limit);
 }
 
 void widen(const char* bytes, size_t count, char16_t* out) {
