@@ -30,7 +30,9 @@ class BrokerFixture : public testing::Test {
   static KelCString name(const char* text) { return KelCString::borrow(text); }
   // Makes the class known, with the component behind it giving what `give` makes.
   void provide(int32_t status, std::function<IOroUnknown*()> give) {
-    broker_->registerClass(kClass, kComponent, {}, name("KelClass"));
+    GUID known;
+    if (broker_->getComponentId(kClass, known) == 0)
+      broker_->registerClass(kClass, kComponent, {}, name("KelClass"));
     component_.status = status;
     component_.give = std::move(give);
   }
