@@ -76,12 +76,12 @@ class FullFlow : public Flow {
   }
   virtual void onOptions() {
     for (const auto& [path, text] : texts_) {
-      getGenDataStore()->SetOroString(nullptr, path, OroString(text));
+      getGenDataStore()->SetOroString(nullptr, path, OroString(text.c_str()));
     }
     for (const auto& [path, number] : numbers_) getGenDataStore()->SetInt(nullptr, path, number);
   }
   // What an option sets.
-  void option(const char* path, const char* text) { texts_.emplace_back(path, text); }
+  void option(const char* path, const std::string& text) { texts_.emplace_back(path, text); }
   void option(const char* path, int number) { numbers_.emplace_back(path, number); }
 
   // The events from the one of that text on.
@@ -98,7 +98,7 @@ class FullFlow : public Flow {
   IPtr<tests::Writer> writer_{new tests::Writer()};
 
  private:
-  std::vector<std::pair<const char*, const char*>> texts_;
+  std::vector<std::pair<const char*, std::string>> texts_;
   std::vector<std::pair<const char*, int>> numbers_;
 };
 
@@ -142,7 +142,7 @@ TEST_F(FullFlow, ARefusedCommandLineIsReportedAndEndsTheProcessWithZero) {
 TEST_F(FullFlow, ARefusedCommandLineNeverReachesTheLog) {
   const tests::TempFolder folder;
   commandLine_->accepts = false;
-  option(kLogFile, folder.file("log").string().c_str());
+  option(kLogFile, folder.file("log").string());
   run();
   EXPECT_EQ(headlesstest::attachedService(), nullptr);
   EXPECT_FALSE(std::filesystem::exists(folder.file("log")));
