@@ -3,9 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "interfaces/IOroErrorListener.h"
@@ -304,45 +302,6 @@ TEST_F(ErrorServiceTest, TheServiceIsKnownToTheProcessWhileItLives) {
 
 TEST_F(ErrorServiceTest, ItDoesNotPublishItself) {
   EXPECT_FALSE(broker_.hasService(KelCString("IOroErrorService")));
-}
-
-TEST_F(ErrorServiceTest, ReportsOfAllThreadsAreHeardOneAtATime) {
-  constexpr int kThreads = 4;
-  constexpr int kReports = 500;
-  std::atomic<int> inside = 0;
-  std::atomic<bool> overlapped = false;
-  RecordingListener* const listener = add("a");
-  listener->during = [&] {
-    if (++inside != 1) overlapped = true;
-    --inside;
-  };
-  std::vector<std::thread> threads;
-  for (int t = 0; t < kThreads; ++t) {
-    threads.emplace_back([&] {
-      for (int i = 0; i < kReports; ++i) report("from a thread", 2, "detail");
-    });
-  }
-  for (std::thread& thread : threads) thread.join();
-  EXPECT_FALSE(overlapped);
-  EXPECT_EQ(heard_.size(), static_cast<size_t>(kThreads * kReports));
-}
-
-TEST_F(ErrorServiceTest, AReporterWaitsUntilTheListenersOfAnotherHaveReturned) {
-  std::atomic<bool> insideFirst = false;
-  std::atomic<bool> release = false;
-  RecordingListener* const listener = add("a");
-  listener->during = [&] {
-    if (insideFirst.exchange(true)) return;
-    while (!release) std::this_thread::yield();
-    heard_.push_back({"a", "(first done)", 0, "", nullptr});
-  };
-  std::thread first([&] { report("first", 1); });
-  while (!insideFirst) std::this_thread::yield();
-  std::thread second([&] { report("second", 1); });
-  release = true;
-  first.join();
-  second.join();
-  EXPECT_THAT(texts(), ElementsAre("first", "(first done)", "second"));
 }
 
 TEST_F(ErrorServiceTest, ItAnswersForItsClassAndItsInterface) {
