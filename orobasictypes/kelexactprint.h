@@ -7,7 +7,7 @@
 
 #include "orobasictypes/oronumbertext.h"
 
-// Throw std::out_of_range for the largest doubles, which rounded to fewer digits do not read back.
+// Throw std::out_of_range for the largest doubles, which rounded to fewer digits are infinite.
 std::string_view kelExactPrint(float value, oronumbers::Buffer& out);
 std::string_view kelExactPrint(double value, oronumbers::Buffer& out);
 
