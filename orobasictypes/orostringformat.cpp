@@ -1,34 +1,47 @@
 #include "orobasictypes/orostringformat.h"
 
+#include <algorithm>
+#include <charconv>
 #include <clocale>
 #include <cstdio>
 #include <cstring>
 #include <string_view>
 
 #include "orobasictypes/kelpool.h"
-#include "orobasictypes/kelrealloc.h"
 #include "orobasictypes/orostring.h"
 
 namespace {
 
-// The front of the text that is flags, width and precision, so that no text can smuggle in another
-// conversion.
-std::string_view checkedSpecification(const KelCString& specification) {
-  const std::string_view text = specification.c_str();
-  const auto skip = [&text](size_t from, const char* characters) {
-    const size_t end = text.find_first_not_of(characters, from);
-    return end == text.npos ? text.size() : end;
-  };
-  constexpr char digits[] = "0123456789";
-  size_t end = skip(skip(0, "-+ #0"), digits);
-  if (end < text.size() && text[end] == '.') end = skip(end + 1, digits);
-  return text.substr(0, end);
+// What the C language promises for one conversion; beyond it one C library refuses and another
+// runs out of stack.
+constexpr int largestNumber = 4095;
+
+// Takes a number off the front of the text and appends it to the format.
+void takeNumber(std::string_view& text, KelCString& format) {
+  const size_t digits = std::min(text.find_first_not_of("0123456789"), text.size());
+  if (digits == 0) return;
+  int32_t value = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + digits, value);
+  const bool small = error == std::errc() && value <= largestNumber;
+  format.append(KelCString(small ? value : largestNumber).text());
+  text.remove_prefix(digits);
 }
 
+// "%", the front of the specification that is flags, width and precision, and the conversion: no
+// text can smuggle in another one.
 KelCString formatText(const OroStringFormat& format, const char* conversion) {
-  const std::string_view checked = checkedSpecification(format.specification);
-  const KelCString specification(checked.data(), static_cast<int>(checked.size()));
-  return KelCString("%", specification.text(), conversion);
+  std::string_view rest = format.specification.c_str();
+  const size_t flags = std::min(rest.find_first_not_of("-+ #0"), rest.size());
+  KelCString text("%", KelCString(rest.data(), static_cast<int>(flags)).text());
+  rest.remove_prefix(flags);
+  takeNumber(rest, text);
+  if (rest.starts_with('.')) {
+    rest.remove_prefix(1);
+    text.append('.');
+    takeNumber(rest, text);
+  }
+  text.append(conversion);
+  return text;
 }
 
 // The decimal point of the process's locale becomes ".".
@@ -42,23 +55,20 @@ void usePoint(char* text) {
   std::memmove(hit + 1, rest, std::strlen(rest) + 1);
 }
 
-// Printed into 40 bytes, or in a block doubled from there until the text fits. A width that the C
-// library refuses gives the empty text.
+// Printed into 40 bytes, or into a block doubled from there until the text fits.
 template <class Value>
 OroString printed(const OroStringFormat& format, const char* conversion, Value value) {
   const KelCString text = formatText(format, conversion);
   char local[40];
   const int needed = std::snprintf(local, sizeof local, text.c_str(), value);
-  if (needed < 0) return OroString::empty();
-  if (static_cast<size_t>(needed) < sizeof local) {
+  if (needed < static_cast<int>(sizeof local)) {
     usePoint(local);
     return OroString(local);
   }
-  int64_t room = sizeof local;
+  int32_t room = sizeof local;
   while (room <= needed) room *= 2;
-  if (room > INT32_MAX) kelOutOfMemory(room);
   int32_t capacity = 0;
-  auto* const block = static_cast<char*>(kelPoolAlloc(static_cast<int32_t>(room), capacity));
+  auto* const block = static_cast<char*>(kelPoolAlloc(room, capacity));
   std::snprintf(block, static_cast<size_t>(room), text.c_str(), value);
   usePoint(block);
   OroString result(block);
