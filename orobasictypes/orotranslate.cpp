@@ -39,7 +39,7 @@ IOroTranslator* oroModuleTranslator() {
   ModuleTranslator& module = moduleTranslator();
   if (module.held) return module.held.get();
   chooseByServices(module);
-  if (!module.held) module.held = new OroTrivialTranslator;
+  if (!module.held) module.held = new OroTrivialTranslator<>;
   return module.held.get();
 }
 

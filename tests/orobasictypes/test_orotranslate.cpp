@@ -32,7 +32,7 @@ std::vector<OroString> texts(int count) {
 }
 
 // Puts its mark in front of every key.
-class MarkTranslator : public OroTrivialTranslator {
+class MarkTranslator : public OroTrivialTranslator<> {
  public:
   explicit MarkTranslator(const char* mark) : mark_(mark) {}
   bool lookup(const char* key, OroString& out) override {
@@ -309,18 +309,18 @@ TEST_F(TranslateTest, TheTranslatorIsHeldByTheModule) {
 // --- The trivial translator.
 
 TEST(OroTrivialTranslatorTest, ItAnswersForItsClassAndItsInterface) {
-  const IPtr<OroTrivialTranslator> translator = new OroTrivialTranslator;
+  const IPtr<OroTrivialTranslator<>> translator = new OroTrivialTranslator<>;
   EXPECT_EQ(oroQuery<IOroTranslator>(translator.get()), translator.get());
-  EXPECT_EQ(oroQueryClass<OroTrivialTranslator>(translator.get()), translator.get());
+  EXPECT_EQ(oroQueryClass<OroTrivialTranslator<>>(translator.get()), translator.get());
 }
 
 TEST(OroTrivialTranslatorTest, ItKeepsItsLanguage) {
-  const IPtr<OroTrivialTranslator> translator = new OroTrivialTranslator;
+  const IPtr<OroTrivialTranslator<>> translator = new OroTrivialTranslator<>;
   EXPECT_FALSE(translator->setLanguage(nullptr));
 }
 
 TEST(OroTrivialTranslatorTest, EveryKeyIsFoundAndIsABufferOfItsOwn) {
-  const IPtr<OroTrivialTranslator> translator = new OroTrivialTranslator;
+  const IPtr<OroTrivialTranslator<>> translator = new OroTrivialTranslator<>;
   OroString out;
   EXPECT_TRUE(translator->lookup("key", out));
   EXPECT_TRUE(out == "key");
@@ -328,7 +328,7 @@ TEST(OroTrivialTranslatorTest, EveryKeyIsFoundAndIsABufferOfItsOwn) {
 }
 
 // A table in which nothing is found and `out` is left alone.
-class EmptyTranslator : public OroTrivialTranslator {
+class EmptyTranslator : public OroTrivialTranslator<> {
  public:
   bool lookup(const char*, OroString&) override { return false; }
 };

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "interfaces/IOroErrorService.h"
+#include "interfaces/IOroTranslator.h"
 #include "orobasictypes/orotranslate.h"
 #include "orobasictypes/orotrivialtranslator.h"
 #include "platform/process.h"
@@ -67,7 +68,7 @@ TEST_F(ErrorWinBoxDisplayTest, OtherSeveritiesHaveTheWarningIcon) {
 }
 
 // Puts brackets around every key.
-class BracketTranslator : public OroTrivialTranslator {
+class BracketTranslator : public OroTrivialTranslator<> {
  public:
   bool lookup(const char* key, OroString& out) override {
     out = OroString("[");

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "interfaces/IOroLanguageID.h"
+#include "interfaces/IOroTranslator.h"
 #include "interfaces/IOroTranslatorFactory.h"
 #include "orobasictypes/orotranslate.h"
 #include "orobasictypes/orotrivialtranslator.h"
@@ -24,7 +25,7 @@ constexpr const char* kPointsText = "{11111111-0001-0001-0101-010101010101}";
 constexpr const char* kBatchText = "{22222222-0002-0002-0202-020202020202}";
 
 // Puts its mark in front of every key, and keeps the languages that it was told.
-class MarkTranslator : public OroTrivialTranslator {
+class MarkTranslator : public OroTrivialTranslator<> {
  public:
   explicit MarkTranslator(const char* mark) : mark_(mark) { ++alive; }
   ~MarkTranslator() override { --alive; }
