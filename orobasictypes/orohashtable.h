@@ -17,6 +17,8 @@
 #include <type_traits>
 #include <utility>
 
+#include "orobasictypes/kelcstring.h"
+#include "orobasictypes/kelhash.h"
 #include "orobasictypes/kelrealloc.h"
 #include "orobasictypes/oroguid.h"
 
@@ -33,6 +35,16 @@ struct OroHashTraits {
     } else {
       return a == b;
     }
+  }
+};
+
+// Null and "" are two keys. Literals often meet themselves, so the addresses are compared first.
+template <>
+struct OroHashTraits<KelCString> {
+  static uint32_t hash(const KelCString& key) { return kelHashText(key.text()); }
+  static bool equal(const KelCString& a, const KelCString& b) {
+    if (a.text() == b.text()) return true;
+    return !a.isNull() && !b.isNull() && std::strcmp(a.text(), b.text()) == 0;
   }
 };
 
@@ -56,6 +68,7 @@ class OroHashTable {
  public:
   struct Entry {
     uint32_t bucket;  // the index that it is filed under
+    uint32_t hash;    // of the key; spares most comparisons with other keys
     Key key;
     Value value;
     Entry* next;  // older entry of the chain, or null
@@ -91,11 +104,15 @@ class OroHashTable {
 
   // Puts a new entry in front of the chain at `index`, where find() said that the key belongs, and
   // returns it. Does not look for the key: the new entry hides an older one.
-  Entry* insert(uint32_t index, Key key, Value value);
+  Entry* insert(uint32_t index, Key key, Value value) {
+    const uint32_t hash = Traits::hash(key);
+    assert(index == reduce(hash));
+    return insertHashed(index, hash, std::move(key), std::move(value));
+  }
   // The same at the key's own bucket.
   Entry* insert(Key key, Value value) {
-    const uint32_t index = reduce(Traits::hash(key));
-    return insert(index, std::move(key), std::move(value));
+    const uint32_t hash = Traits::hash(key);
+    return insertHashed(reduce(hash), hash, std::move(key), std::move(value));
   }
   // Removes and destroys the first entry with this key; false if there is none.
   bool remove(const Key& key) {
@@ -129,6 +146,7 @@ class OroHashTable {
     bucketCount_ = count;
     reciprocal_ = UINT64_MAX / count + 1;
   }
+  Entry* insertHashed(uint32_t index, uint32_t hash, Key key, Value value);
   void makeBuckets();
   void grow();
   static void destroy(Entry* entry);
@@ -177,20 +195,19 @@ typename OroHashTable<Key, Value, Traits>::Entry* OroHashTable<Key, Value, Trait
   if (index != nullptr) *index = bucket;
   if (buckets_ == nullptr) return nullptr;
   Entry* entry = buckets_[bucket];
-  while (entry != nullptr && !equal(entry->key)) entry = entry->next;
+  while (entry != nullptr && (entry->hash != hash || !equal(entry->key))) entry = entry->next;
   return entry;
 }
 
 template <class Key, class Value, class Traits>
-typename OroHashTable<Key, Value, Traits>::Entry* OroHashTable<Key, Value, Traits>::insert(
-    uint32_t index, Key key, Value value) {
+typename OroHashTable<Key, Value, Traits>::Entry* OroHashTable<Key, Value, Traits>::insertHashed(
+    uint32_t index, uint32_t hash, Key key, Value value) {
   static_assert(alignof(Entry) <= alignof(std::max_align_t));
-  assert(index == reduce(Traits::hash(key)));
   if (buckets_ == nullptr) makeBuckets();
   void* storage = nullptr;
   kelMalloc(storage, sizeof(Entry), 1);
   Entry*& head = buckets_[index];
-  head = new (storage) Entry{index, std::move(key), std::move(value), head};
+  head = new (storage) Entry{index, hash, std::move(key), std::move(value), head};
   Entry* const entry = head;
   ++entryCount_;
   if (static_cast<double>(entryCount_) >= bucketCount_ * 0.8) grow();
@@ -202,8 +219,8 @@ template <class Equal>
 bool OroHashTable<Key, Value, Traits>::removeHashed(uint32_t hash, const Equal& equal) {
   if (buckets_ == nullptr) return false;
   for (Entry** link = &buckets_[reduce(hash)]; *link != nullptr; link = &(*link)->next) {
-    if (!equal((*link)->key)) continue;
     Entry* const entry = *link;
+    if (entry->hash != hash || !equal(entry->key)) continue;
     *link = entry->next;
     --entryCount_;
     destroy(entry);
@@ -241,7 +258,7 @@ void OroHashTable<Key, Value, Traits>::grow() {
   for (uint32_t i = 0; i < oldCount; ++i) {
     for (Entry* entry = oldBuckets[i]; entry != nullptr;) {
       Entry* const next = entry->next;
-      entry->bucket = reduce(Traits::hash(entry->key));
+      entry->bucket = reduce(entry->hash);
       entry->next = std::exchange(buckets_[entry->bucket], entry);
       entry = next;
     }

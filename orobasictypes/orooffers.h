@@ -26,7 +26,7 @@ bool offer(Class& self, const char* name, void*& slot) {
   return true;
 }
 
-// Steps 1 to 4 of a query by name: true when the name was found in this class's own list.
+// Answers from this class's own list; false when it does not hold the name. Null is stored first.
 template <class Class, class... Interfaces>
 bool queryOwn(Class& self, const char* name, void*& slot) {
   slot = nullptr;
