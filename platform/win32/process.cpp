@@ -120,4 +120,6 @@ bool versionBlock(std::u16string_view path, std::vector<std::uint8_t>& block) {
 
 void ignoreBrokenPipes() {}
 
+void fillStandardStreams() {}
+
 }  // namespace platform

@@ -19,6 +19,13 @@
 
 namespace tests {
 
+/// Where a child's standard output leads; its other streams stay as they are.
+enum class ChildOutput {
+  captured,  ///< to ChildResult::output
+  unread,    ///< to a pipe whose reader has gone
+  none,      ///< the child is started without one
+};
+
 struct Child {
   std::filesystem::path program;
   std::vector<std::string> arguments;  ///< UTF-8, without the program's name
@@ -26,6 +33,7 @@ struct Child {
   std::vector<std::pair<std::string, std::optional<std::string>>> environment = {};
   std::filesystem::path directory = {};  ///< current directory; empty: that of the test
   int seconds = 60;                      ///< time limit
+  ChildOutput outputTo = ChildOutput::captured;
 };
 
 struct ChildResult {

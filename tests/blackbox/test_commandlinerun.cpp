@@ -66,6 +66,19 @@ TEST_F(CommandLineRun, RecordsOnStandardOutput) {
   expectRecords(plainLines(result.output));
 }
 
+TEST_F(CommandLineRun, GoesOnWhenNobodyReadsItsRecords) {
+  for (const auto output : {tests::ChildOutput::unread, tests::ChildOutput::none}) {
+    std::filesystem::remove(folder_.file("out.xyz"));
+    tests::Child child{tests::cowlProgram(),
+                       {"-input", "in.xyz", "-output", "out.xyz", "-logfile", "stdout"},
+                       {},
+                       folder_.path()};
+    child.outputTo = output;
+    EXPECT_EQ(tests::runChild(child).exitCode, 1);
+    EXPECT_EQ(plainLines(folder_.read("out.xyz")), kPoints) << "no record in it";
+  }
+}
+
 TEST_F(CommandLineRun, RecordsOnStandardError) {
   const ChildResult result = openAndSave("stderr");
   EXPECT_EQ(result.exitCode, 1);

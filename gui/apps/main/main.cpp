@@ -7,6 +7,8 @@
 // Always 1, good or bad: callers of the program know no other result of a run that came back, and
 // a status of its own is given only by a component that ends the process.
 int main(int argc, char** argv) {
+  platform::fillStandardStreams();
+  platform::ignoreBrokenPipes();  // progress that nobody reads any more does not end the work
   platform::storeInstanceHandle(platform::systemInstanceHandle());
   const platform::NarrowArguments arguments = platform::narrowArguments(argc, argv);
   oroMainFunction(arguments.count, arguments.values);

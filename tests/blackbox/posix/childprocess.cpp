@@ -42,6 +42,24 @@ void redirect(const char* file, int flags, int descriptor) {
   }
 }
 
+void directOutput(ChildOutput where, const char* file) {
+  int ends[2] = {};
+  switch (where) {
+    case ChildOutput::captured:
+      redirect(file, O_WRONLY | O_CREAT | O_TRUNC, 1);
+      break;
+    case ChildOutput::unread:
+      if (pipe(ends) != 0) break;
+      dup2(ends[1], 1);
+      ::close(ends[0]);
+      ::close(ends[1]);
+      break;
+    case ChildOutput::none:
+      ::close(1);
+      break;
+  }
+}
+
 // Until the process has ended or its time is over; then it is killed with all it started.
 int waitWithLimit(pid_t process, int seconds, bool& timedOut) {
   using Clock = std::chrono::steady_clock;
@@ -73,7 +91,7 @@ void runToFiles(const Child& child, const std::filesystem::path& output,
   if (process == 0) {
     setpgid(0, 0);
     redirect("/dev/null", O_RDONLY, 0);
-    redirect(output.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 1);
+    directOutput(child.outputTo, output.c_str());
     redirect(errors.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 2);
     if (child.directory.empty() || chdir(child.directory.c_str()) == 0) {
       execve(arguments[0].c_str(), argumentPointers.data(), environmentPointers.data());

@@ -54,6 +54,18 @@ HANDLE openInherited(const std::wstring& file, DWORD access, DWORD disposition) 
                      disposition, 0, nullptr);
 }
 
+HANDLE outputOf(const Child& child, const std::filesystem::path& file) {
+  if (child.outputTo == ChildOutput::none) return nullptr;
+  if (child.outputTo == ChildOutput::captured) {
+    return openInherited(file.wstring(), GENERIC_WRITE, CREATE_ALWAYS);
+  }
+  SECURITY_ATTRIBUTES inherited = {sizeof inherited, nullptr, TRUE};
+  HANDLE reader = nullptr;
+  HANDLE writer = nullptr;
+  if (CreatePipe(&reader, &writer, &inherited, 0)) CloseHandle(reader);
+  return writer;
+}
+
 void waitWithLimit(HANDLE process, const Child& child, ChildResult& result) {
   const DWORD limit = static_cast<DWORD>(child.seconds) * 1000;
   if (WaitForSingleObject(process, limit) == WAIT_TIMEOUT) {
@@ -74,7 +86,7 @@ void runToFiles(const Child& child, const std::filesystem::path& output,
   start.cb = sizeof start;
   start.dwFlags = STARTF_USESTDHANDLES;
   start.hStdInput = openInherited(L"NUL", GENERIC_READ, OPEN_EXISTING);
-  start.hStdOutput = openInherited(output.wstring(), GENERIC_WRITE, CREATE_ALWAYS);
+  start.hStdOutput = outputOf(child, output);
   start.hStdError = openInherited(errors.wstring(), GENERIC_WRITE, CREATE_ALWAYS);
   std::wstring line = commandLineOf(child);
   std::wstring environment = environmentOf(child);
@@ -90,7 +102,7 @@ void runToFiles(const Child& child, const std::filesystem::path& output,
     CloseHandle(process.hProcess);
   }
   for (const HANDLE handle : {start.hStdInput, start.hStdOutput, start.hStdError}) {
-    CloseHandle(handle);
+    if (handle != nullptr) CloseHandle(handle);
   }
 }
 

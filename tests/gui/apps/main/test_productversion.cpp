@@ -6,7 +6,12 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/process.h"
+
 namespace {
+
+// Where executables have no version block, the version is the build's.
+constexpr bool kVersionWithoutBlock = COWL_VERSION_WITHOUT_BLOCK;
 
 using Block = std::vector<uint8_t>;
 
@@ -75,6 +80,12 @@ TEST(ProductVersion, IsCutAt32CharactersAndAtTheEndOfTheBlock) {
 TEST(ProductVersion, KeepsTheLowByteOfEachUnit) {
   const std::string bytes = std::string(kName) + std::string("1\x20\xE9\x01\0\0", 6);
   EXPECT_EQ(findProductVersion(blockWith(0, bytes)), "1\xE9");
+}
+
+TEST(ProductVersion, IsToldByTheExecutableItself) {
+  // The buffer for the path holds 127 units; no executable of a longer path can be read.
+  const bool readable = kVersionWithoutBlock || platform::executablePath(1000).size() < 128;
+  EXPECT_EQ(productVersionText().value_or("none"), readable ? COWL_EXPECTED_VERSION : "none");
 }
 
 TEST(DisplayVersion, EndsAtTheFirstPointElseAtTheFirstComma) {
