@@ -79,12 +79,12 @@ int clipped(int value, size_t length) {
 
 const KelCString& KelCString::empty() { return emptyString; }
 
-void KelCString::freeOwned() noexcept { kelPoolFree(capacity_, text_); }
+void KelCString::freeOwned(char* text, int32_t capacity) noexcept { kelPoolFree(capacity, text); }
 
 void KelCString::reset() noexcept { adopt(nullptr, 0); }
 
 void KelCString::adopt(char* text, int32_t capacity) noexcept {
-  if (capacity_ > 0) freeOwned();
+  if (capacity_ > 0) freeOwned(text_, capacity_);
   text_ = text;
   capacity_ = capacity;
 }

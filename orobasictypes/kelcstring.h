@@ -54,7 +54,8 @@ class KelCString {
     other.capacity_ = 0;
   }
   constexpr ~KelCString() {
-    if (capacity_ > 0) freeOwned();
+    if (capacity_ > 0) [[unlikely]]
+      freeOwned(text_, capacity_);
   }
 
   KelCString& operator=(const KelCString& other);
@@ -121,7 +122,8 @@ class KelCString {
   char* writableText();
 
  private:
-  void freeOwned() noexcept;
+  // Takes values, so that a borrowed string need not live in memory.
+  static void freeOwned(char* text, int32_t capacity) noexcept;
   void reset() noexcept;  // frees and nulls
   void adopt(char* text, int32_t capacity) noexcept;
 

@@ -31,6 +31,10 @@ uint32_t asciiUnits(__m128i units) {
   return highBytes(_mm_cmpeq_epi16(high, _mm_setzero_si128()));
 }
 
+__m128i loadHalf(const void* address) {
+  return _mm_loadl_epi64(static_cast<const __m128i*>(address));
+}
+
 void storeWidened(char16_t* out, __m128i bytes, __m128i highs) {
   storeBlock(out, _mm_unpacklo_epi8(bytes, highs));
   storeBlock(out + unitsPerBlock, _mm_unpackhi_epi8(bytes, highs));
@@ -114,20 +118,27 @@ ptrdiff_t decodeUtf8(const char* bytes, size_t count, char16_t* out) {
   auto in = reinterpret_cast<const uint8_t*>(bytes);
   const uint8_t* const end = in + count;
   while (in != end) {
-    if (end - in >= static_cast<ptrdiff_t>(bytesPerBlock)) {
-      const __m128i block = loadBlock(in);
-      storeWidened(out, block, _mm_setzero_si128());
-      const int ascii = std::countr_zero(highBytes(block) | 1u << bytesPerBlock);
-      in += ascii;
-      out += ascii;
-      if (ascii == static_cast<int>(bytesPerBlock)) continue;
+    const bool whole = end - in >= static_cast<ptrdiff_t>(bytesPerBlock);
+    if (whole || end - in >= static_cast<ptrdiff_t>(bytesPerBlock / 2)) {
+      const __m128i block = whole ? loadBlock(in) : loadHalf(in);
+      storeBlock(out, _mm_unpacklo_epi8(block, _mm_setzero_si128()));
+      if (whole) storeBlock(out + unitsPerBlock, _mm_unpackhi_epi8(block, _mm_setzero_si128()));
+      const uint32_t others = highBytes(block);
+      if (others == 0) {  // a branch, so that the next block need not wait for a count
+        in += whole ? bytesPerBlock : bytesPerBlock / 2;
+        out += whole ? bytesPerBlock : bytesPerBlock / 2;
+        continue;
+      }
+      in += std::countr_zero(others);
+      out += std::countr_zero(others);
     } else if (*in < 0x80) {
       *out++ = *in++;
       continue;
     }
-    // What is not ASCII mostly comes in runs.
+    // What is not ASCII mostly comes in runs, with single blanks between.
     do {
       if (!decodeSequence(in, end, out)) return -1;
+      if (in != end && *in < 0x80) *out++ = *in++;
     } while (in != end && *in >= 0x80);
   }
   return out - first;
@@ -135,21 +146,27 @@ ptrdiff_t decodeUtf8(const char* bytes, size_t count, char16_t* out) {
 
 size_t encodeUtf8(const char16_t* units, size_t count, char* out) {
   const char* const first = out;
-  size_t i = 0;
-  while (i < count) {
-    if (count - i >= unitsPerBlock) {
-      const __m128i block = loadBlock(units + i);
-      storeHalf(out, _mm_packus_epi16(block, block));
-      const size_t ascii = static_cast<size_t>(std::countr_one(asciiUnits(block))) / 2;
-      i += ascii;
-      out += ascii;
-      if (ascii == unitsPerBlock) continue;
-      do {
-        out = encodeUnit(units[i++], out);
-      } while (i < count && units[i] >= 0x80);
-    } else {
-      out = encodeUnit(units[i++], out);
+  const char16_t* const end = units + count;
+  while (units != end) {
+    const bool whole = end - units >= static_cast<ptrdiff_t>(2 * unitsPerBlock);
+    if (!whole && end - units < static_cast<ptrdiff_t>(unitsPerBlock)) {
+      out = encodeUnit(*units++, out);
+      continue;
     }
+    const __m128i low = loadBlock(units);
+    const __m128i high = whole ? loadBlock(units + unitsPerBlock) : _mm_setzero_si128();
+    const __m128i packed = _mm_packus_epi16(low, high);
+    whole ? storeBlock(out, packed) : storeHalf(out, packed);
+    if (asciiUnits(_mm_or_si128(low, high)) == 0xFFFF) {  // a branch, as in decodeUtf8
+      units += whole ? 2 * unitsPerBlock : unitsPerBlock;
+      out += whole ? 2 * unitsPerBlock : unitsPerBlock;
+      continue;
+    }
+    // Where one unit is not ASCII others are near: the block is not worth taking apart.
+    const char16_t* const stop = units + (whole ? 2 * unitsPerBlock : unitsPerBlock);
+    do {
+      out = encodeUnit(*units++, out);
+    } while (units != stop);
   }
   return static_cast<size_t>(out - first);
 }
