@@ -26,6 +26,7 @@ using orotext::stringOf;
 using orotext::viewOf;
 
 constexpr int argumentSlots = 10;
+constexpr size_t placeholderUnits = 2;
 
 // The shared empty string. No destructor runs: it is used until the process ends.
 union EmptyString {
@@ -73,20 +74,6 @@ char16_t raised(char16_t unit) {
   return unit >= u'a' && unit <= u'z' ? static_cast<char16_t>(unit - (u'a' - u'A')) : unit;
 }
 
-// A text of one's own with each unit mapped, or with the service's operation applied.
-OroString mapped(const OroString& text, char16_t (*map)(char16_t),
-                 void (IOroStrSupport::*operation)(OroString&)) {
-  if (text.isNull()) return OroString::empty();
-  OroString result(text.text());
-  if (IOroStrSupport* const support = oroStrSupport()) {
-    (support->*operation)(result);
-    return result;
-  }
-  const std::u16string_view units = viewOf(result);
-  std::transform(units.begin(), units.end(), const_cast<char16_t*>(units.data()), map);
-  return result;
-}
-
 bool sameIgnoringCase(char16_t left, char16_t right) { return lowered(left) == lowered(right); }
 
 int clipped(int value, size_t length) {
@@ -97,6 +84,30 @@ int position(size_t hit) { return hit == std::u16string_view::npos ? -1 : static
 
 char16_t widened(char character) {
   return static_cast<char16_t>(static_cast<signed char>(character));
+}
+
+struct Placeholder {
+  size_t at;     // of its "%"
+  int argument;  // from 0
+};
+
+// The placeholders of a text in the order of their places; returns how many there are.
+size_t findPlaceholders(std::u16string_view units, std::array<Placeholder, argumentSlots>& found) {
+  // Of a number that stands twice the later place counts.
+  std::array<size_t, argumentSlots> places;
+  places.fill(units.npos);
+  for (size_t i = 0; i + 1 < units.size(); ++i) {
+    if (units[i] != u'%') continue;
+    ++i;  // whatever follows the "%" belongs to it
+    if (units[i] >= u'1' && units[i] <= u':') places[units[i] - u'1'] = i - 1;
+  }
+  size_t count = 0;
+  for (int slot = 0; slot < argumentSlots; ++slot) {
+    if (places[slot] != units.npos) found[count++] = {places[slot], slot};
+  }
+  std::sort(found.begin(), found.begin() + count,
+            [](const Placeholder& a, const Placeholder& b) { return a.at < b.at; });
+  return count;
 }
 
 }  // namespace
@@ -470,35 +481,18 @@ void OroString::swap(OroString& other) noexcept {
 }
 
 void OroString::substitute(const OroString* const* arguments) {
-  struct Placeholder {
-    size_t at;
-    int argument;
-  };
+  if (arguments == nullptr || textCapacity_ < 1) return;
   const std::u16string_view units =
-      viewOf(*this).substr(0, static_cast<size_t>(std::max(textCapacity_, 0)) / sizeof(char16_t));
-  // Of a number that stands twice the later place counts.
-  std::array<size_t, argumentSlots> places;
-  places.fill(units.npos);
-  for (size_t i = 0; i + 1 < units.size(); ++i) {
-    if (units[i] != u'%') continue;
-    const char16_t digit = units[i + 1];
-    if (digit >= u'1' && digit <= u':') places[digit - u'1'] = i;
-    ++i;  // whatever follows the "%" belongs to it
-  }
+      viewOf(*this).substr(0, static_cast<size_t>(textCapacity_) / sizeof(char16_t));
   std::array<Placeholder, argumentSlots> found;
-  size_t count = 0;
-  for (int slot = 0; slot < argumentSlots; ++slot) {
-    if (places[slot] != units.npos) found[count++] = {places[slot], slot};
-  }
-  if (count == 0 || arguments == nullptr) return;
-  std::sort(found.begin(), found.begin() + count,
-            [](const Placeholder& a, const Placeholder& b) { return a.at < b.at; });
+  const size_t count = findPlaceholders(units, found);
+  if (count == 0) return;
   std::array<std::u16string_view, argumentSlots> inserted;
   size_t size = units.size();
   for (size_t i = 0; i < count; ++i) {
     const OroString* const argument = arguments[found[i].argument];
     if (argument != nullptr) inserted[i] = viewOf(*argument);
-    size += inserted[i].size() - 2;
+    size += inserted[i].size() - placeholderUnits;
   }
   int32_t capacity = 0;
   char16_t* const block = newUnits(size, capacity);
@@ -506,7 +500,7 @@ void OroString::substitute(const OroString* const* arguments) {
   size_t copied = 0;
   for (size_t i = 0; i < count; ++i) {
     end = copyOf(inserted[i], copyOf(units.substr(copied, found[i].at - copied), end));
-    copied = found[i].at + 2;
+    copied = found[i].at + placeholderUnits;
   }
   copyOf(units.substr(copied), end);
   adopt(block, capacity);
@@ -539,8 +533,27 @@ OroString OroString::mid(int start, int count) const {
   return stringOf(old.substr(static_cast<size_t>(start), static_cast<size_t>(count)));
 }
 
-OroString OroString::toLower() const { return mapped(*this, lowered, &IOroStrSupport::toLower); }
-OroString OroString::toUpper() const { return mapped(*this, raised, &IOroStrSupport::toUpper); }
+OroString OroString::toLower() const {
+  if (isNull()) return empty();
+  OroString result(text());
+  if (IOroStrSupport* const support = oroStrSupport()) {
+    support->toLower(result);
+  } else {
+    std::transform(result.text_, result.text_ + result.length(), result.text_, lowered);
+  }
+  return result;
+}
+
+OroString OroString::toUpper() const {
+  if (isNull()) return empty();
+  OroString result(text());
+  if (IOroStrSupport* const support = oroStrSupport()) {
+    support->toUpper(result);
+  } else {
+    std::transform(result.text_, result.text_ + result.length(), result.text_, raised);
+  }
+  return result;
+}
 
 OroString OroString::stripSpace() const {
   OroString result(text());
