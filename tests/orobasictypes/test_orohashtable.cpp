@@ -132,6 +132,18 @@ TEST(OroHashTable, FindsWhatWasInserted) {
   EXPECT_EQ(table.entryCount(), 1u);
 }
 
+TEST(OroHashTable, EntryHoldsBucketKeyValueNextInThisOrder) {
+  NumberTable table(6);
+  const NumberTable::Entry& entry = *table.insert({1}, 10);
+  const void* const fields[] = {&entry, &entry.bucket, &entry.key, &entry.value, &entry.next};
+  EXPECT_EQ(fields[0], fields[1]);
+  EXPECT_LT(fields[1], fields[2]);
+  EXPECT_LT(fields[2], fields[3]);
+  EXPECT_LT(fields[3], fields[4]);
+  EXPECT_EQ(entry.next, nullptr);
+  EXPECT_EQ(table.insert({12}, 120)->next, &entry);
+}
+
 TEST(OroHashTable, LaterEntryHidesAnEarlierOneOfTheSameKey) {
   NumberTable table(6);
   table.insert({5}, 1);

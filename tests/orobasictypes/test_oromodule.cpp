@@ -2,11 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "orobasictypes/sptr.h"
 #include "orobasictypes/testaccess.h"
 #include "tests/orobasictypes/things.h"
 #include "tests/support/fakebroker.h"
-#include "tests/support/fakeheap.h"
 
 namespace {
 
@@ -46,7 +44,6 @@ TEST_F(OroModuleTest, WithoutABrokerServicesAreAbsentAndTheOutputIsLeftAlone) {
   EXPECT_EQ(found_, untouched_);
   EXPECT_EQ(oroCreateObject(thingId, thingName(), &found_), 0);
   EXPECT_EQ(found_, untouched_);
-  EXPECT_FALSE(SPtr<IOroThing>());
 }
 
 TEST_F(OroModuleTest, AfterTheBrokerServicesAreAbsentAgain) {
@@ -69,44 +66,6 @@ TEST_F(OroModuleTest, MissingServiceStoresNull) {
   FakeBroker broker;
   EXPECT_EQ(oroGetService(thingName(), &found_), 0);
   EXPECT_EQ(found_, nullptr);
-  EXPECT_FALSE(SPtr<IOroThing>());
-}
-
-TEST_F(OroModuleTest, ServicePointerHoldsTheService) {
-  auto* const thing = new KelThing;
-  SPtr<IOroThing> before;
-  {
-    FakeBroker broker;
-    publish(broker, thing);
-    const SPtr<IOroThing> held;
-    EXPECT_EQ(held.get(), thing);
-    EXPECT_EQ(held.object(), static_cast<IOroUnknown*>(thing));
-    EXPECT_EQ(thing->refCount(), 2);
-    const SPtr<IOroThing> copy(held);
-    EXPECT_EQ(thing->refCount(), 3);
-    EXPECT_EQ(broker.serviceRequests, 1) << "a copy does not ask again";
-    before = held;
-  }
-  EXPECT_EQ(KelThing::alive, 1) << "the holder outlives the broker";
-  EXPECT_EQ(before->size(), 11);
-}
-
-TEST_F(OroModuleTest, EachServicePointerAsksAgain) {
-  FakeBroker broker;
-  SPtr<IOroThing> first;
-  EXPECT_FALSE(first);
-  publish(broker, new KelThing);
-  EXPECT_TRUE(SPtr<IOroThing>());
-  EXPECT_FALSE(first);
-}
-
-TEST_F(OroModuleTest, AskingForAServiceAllocatesNothing) {
-  FakeBroker broker;
-  publish(broker, new KelThing);
-  tests::FakeHeap heap;
-  EXPECT_TRUE(SPtr<IOroThing>());
-  EXPECT_FALSE(SPtr<tests::IOroOther>());
-  EXPECT_EQ(heap.allocations, 0);
 }
 
 TEST_F(OroModuleTest, CreatedObjectHasNoReferenceYet) {
