@@ -1,5 +1,6 @@
 #include "framework/oroobjectbroker.h"
 
+#include <cstring>
 #include <mutex>
 #include <utility>
 
@@ -55,13 +56,17 @@ OroObjectBroker::~OroObjectBroker() {
   if (groups_ != nullptr) {
     for (auto& entry : *groups_) delete entry.value;
   }
-  const auto drop = [](auto& entry) {
+  const auto drop = [](IOroUnknown*& slot) {
     // Out of the table first: the dying object may ask for its own name.
-    if (IOroUnknown* object = std::exchange(entry.value, nullptr)) object->release();
+    if (IOroUnknown* const object = std::exchange(slot, nullptr)) object->release();
   };
-  for (auto& entry : services_) drop(entry);
+  for (auto& recent : recentServices_) recent = nullptr;
+  for (ServiceEntry& entry : services_) {
+    entry.value.interface = nullptr;
+    drop(entry.value.object);
+  }
   if (classObjects_ != nullptr) {
-    for (auto& entry : *classObjects_) drop(entry);
+    for (auto& entry : *classObjects_) drop(entry.value);
   }
   if (isProcessBroker) oroSetBroker(nullptr);
 }
@@ -75,11 +80,22 @@ int32_t OroObjectBroker::finish(int32_t status) {
 
 int32_t OroObjectBroker::getService(const KelCString& interfaceName, void** out) {
   if (out == nullptr) return finish(kOroBrokerNullArgument);
+  const ServiceEntry* const recent = recentService(interfaceName).load(std::memory_order_acquire);
+  if (recent == nullptr || std::strcmp(recent->key.text(), interfaceName.c_str()) != 0) {
+    return findOrMakeService(interfaceName, out);
+  }
+  *out = recent->value.interface.load(std::memory_order_relaxed);
+  return finish(kOroBrokerDone);
+}
+
+int32_t OroObjectBroker::findOrMakeService(const KelCString& interfaceName, void** out) {
   *out = nullptr;
   int32_t status = kOroBrokerNoInterface;
-  if (const auto* service = services_.find(interfaceName)) {
-    if (service->value != nullptr) query(*service->value, interfaceName, out);
-  } else if (const auto* standard = interfaceToClass_.find(interfaceName)) {
+  if (ServiceEntry* const service = services_.find(interfaceName)) {
+    *out = interfaceOf(*service);
+    const bool isRecent = *out != nullptr && !interfaceName.isEmpty();
+    if (isRecent) recentService(interfaceName).store(service, std::memory_order_release);
+  } else if (const auto* const standard = interfaceToClass_.find(interfaceName)) {
     const GUID classId = standard->value;
     const CreateGuard guard(createLock_);
     createInstance(classId, interfaceName, out);
@@ -88,14 +104,29 @@ int32_t OroObjectBroker::getService(const KelCString& interfaceName, void** out)
   return finish(*out != nullptr ? kOroBrokerDone : status);
 }
 
+// Names are mostly literals: the one at an address is mostly the one that was there last time.
+std::atomic<OroObjectBroker::ServiceEntry*>& OroObjectBroker::recentService(
+    const KelCString& interfaceName) {
+  const auto address = reinterpret_cast<uintptr_t>(interfaceName.text());
+  return recentServices_[(address >> 3) % recentServices_.size()];
+}
+
+void* OroObjectBroker::interfaceOf(ServiceEntry& service) {
+  void* found = service.value.interface.load(std::memory_order_relaxed);
+  if (found == nullptr && service.value.object != nullptr) {
+    query(*service.value.object, service.key, &found);
+    service.value.interface.store(found, std::memory_order_relaxed);
+  }
+  return found;
+}
+
 int32_t OroObjectBroker::createObject(const GUID& classId, const KelCString& interfaceName,
                                       void** out) {
   if (out == nullptr) return finish(kOroBrokerNullArgument);
   GUID standard;
-  const auto* const service = services_.find(interfaceName);
-  if (service != nullptr && service->value != nullptr &&
-      classOfInterface(interfaceName, standard) && standard == classId) {
-    query(*service->value, interfaceName, out);
+  ServiceEntry* const service = services_.find(interfaceName);
+  if (service != nullptr && classOfInterface(interfaceName, standard) && standard == classId) {
+    *out = interfaceOf(*service);
     return finish(kOroBrokerDone);  // also when the object does not answer; callers test *out
   }
   if (IOroUnknown* const object = classObject(classId)) {
@@ -181,10 +212,8 @@ int32_t OroObjectBroker::handOut(const Answer& answer, const GUID& classId,
 }
 
 bool OroObjectBroker::hasService(const KelCString& interfaceName) {
-  if (const auto* const service = services_.find(interfaceName)) {
-    void* found = nullptr;
-    if (service->value != nullptr) query(*service->value, interfaceName, &found);
-    return found != nullptr;
+  if (ServiceEntry* const service = services_.find(interfaceName)) {
+    return interfaceOf(*service) != nullptr;
   }
   GUID classId;
   return classOfInterface(interfaceName, classId) && classSupports(classId, interfaceName);
@@ -211,7 +240,7 @@ int32_t OroObjectBroker::registerService(const KelCString& interfaceName, IOroUn
   uint32_t index = 0;
   if (services_.find(interfaceName, &index) != nullptr) return finish(kOroBrokerAlreadyThere);
   object->addRef();
-  services_.insert(index, owned(interfaceName), object);
+  services_.insert(index, owned(interfaceName), Service(object));
   return finish(kOroBrokerDone);
 }
 

@@ -8,6 +8,7 @@
 // the create lock comes first.
 #pragma once
 
+#include <array>
 #include <atomic>
 #include <cstdint>
 #include <map>
@@ -89,6 +90,15 @@ class OroObjectBroker : public IOroObjBroker,
   void notify(const KelCString& text, int32_t flag) override;
 
  private:
+  // A published object and, once it was asked, its interface of that name: what an object answers
+  // does not change while it lives.
+  struct Service {
+    IOroUnknown* object;                     // one reference on it; null while the broker ends
+    std::atomic<void*> interface = nullptr;  // null until the object has answered
+    explicit Service(IOroUnknown* published) : object(published) {}
+    Service(Service&& other) noexcept
+        : object(other.object), interface(other.interface.load(std::memory_order_relaxed)) {}
+  };
   struct Answer {  // of a component to a request for an object
     IOroUnknown* object = nullptr;
     int32_t status = kOroBrokerNoClass;
@@ -97,6 +107,12 @@ class OroObjectBroker : public IOroObjBroker,
     }
   };
 
+  using ServiceTable = OroHashTable<KelCString, Service>;
+  using ServiceEntry = ServiceTable::Entry;
+
+  int32_t findOrMakeService(const KelCString& interfaceName, void** out);
+  std::atomic<ServiceEntry*>& recentService(const KelCString& interfaceName);
+  static void* interfaceOf(ServiceEntry& service);
   int32_t finish(int32_t status);  // stores the status and tells whether it is success
   int32_t create(const GUID& classId, const KelCString& interfaceName, void** out);
   bool findComponent(const GUID& classId, GUID& componentId, int32_t& status);
@@ -116,7 +132,9 @@ class OroObjectBroker : public IOroObjBroker,
 
   OroHashTable<GUID, GUID> classToComponent_;
   OroHashTable<KelCString, GUID> interfaceToClass_;  // the default class; may be all zero
-  OroHashTable<KelCString, IOroUnknown*> services_;  // one reference on each
+  ServiceTable services_;
+  // Services that have answered, which nothing removes from services_, by the address of the name.
+  std::array<std::atomic<ServiceEntry*>, 128> recentServices_{};
   std::unique_ptr<OroHashTable<GUID, IOroUnknown*>> classObjects_;  // one on each that is not null
   std::map<KelCString, std::set<GUID>, KelCStringLess> tagClasses_;
   std::map<GUID, KelCString> classNames_;   // for messages; kept when a class goes

@@ -4,6 +4,7 @@
 // All are owned by the test and taken out of the broker before they go.
 #pragma once
 
+#include <atomic>
 #include <functional>
 #include <map>
 #include <string>
@@ -56,9 +57,9 @@ class FakeObject : public IFakeService {
   const char* getClassName() const override { return className(); }
   int32_t number() override { return number_; }
 
-  int queries = 0;
+  std::atomic<int> queries = 0;
   std::function<void()> onDeath;
-  static inline int alive = 0;
+  static inline std::atomic<int> alive = 0;
 
  private:
   int32_t number_;

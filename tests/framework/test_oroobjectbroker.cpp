@@ -85,12 +85,42 @@ TEST_F(Broker, NullOutputIsRefusedEverywhere) {
   EXPECT_EQ(broker_->getLastStatus(), 1003);
 }
 
-TEST_F(Broker, ServiceIsAskedForItsNameEachTime) {
+TEST_F(Broker, ServiceIsAskedForItsNameUntilItAnswers) {
   auto* const object = new FakeObject;
   broker_->registerService(name(kService), object);
-  service();
-  service();
-  EXPECT_EQ(object->queries, 2);
+  EXPECT_EQ(object->queries, 0);
+  EXPECT_EQ(service(), object);
+  EXPECT_EQ(service(), object);
+  EXPECT_EQ(object->queries, 1);
+  auto* const mute = new FakeObject;
+  broker_->registerService(name("IFakeOther"), mute);
+  void* found = nullptr;
+  broker_->getService(name("IFakeOther"), &found);
+  broker_->getService(name("IFakeOther"), &found);
+  EXPECT_EQ(mute->queries, 2);
+}
+
+TEST_F(Broker, NamesOfAllLengthsAreToldApart) {
+  std::vector<std::string> names{""};
+  for (int length = 1; length <= 40; ++length) {
+    names.push_back(std::string(static_cast<size_t>(length), 'x'));
+    for (const int place : {0, length / 2, length - 1}) {
+      std::string other = names.back();
+      other[static_cast<size_t>(place)] = 'y';
+      if (other != names.back() && std::count(names.begin(), names.end(), other) == 0) {
+        names.insert(names.end() - 1, other);
+      }
+    }
+  }
+  for (size_t i = 0; i < names.size(); i += 2) {
+    EXPECT_EQ(broker_->registerService(name(names[i].c_str()), new FakeObject), 1) << names[i];
+  }
+  for (size_t i = 0; i < names.size(); ++i) {
+    void* found = nullptr;
+    broker_->getService(name(names[i].c_str()), &found);
+    // A published object that does not answer the name gives the same status as none, so ask again.
+    EXPECT_EQ(broker_->registerService(name(names[i].c_str()), new FakeObject), i % 2) << names[i];
+  }
 }
 
 TEST_F(Broker, ServiceThatDoesNotAnswerItsNameIsNone) {
