@@ -87,7 +87,7 @@ void KelDataItem::fire(IOroDataReceiver* sender, bool force) {
   deliver({.message = fired, .sender = sender, .force = force});
 }
 
-void KelDataItem::deliver(const Delivery& delivery) {
+void KelDataItem::deliverToAll(const Delivery& delivery) {
   if (delivery.raisesDepth) ++depth_;
   // Read once: a receiver that a handler appends does not hear of this change. The slots are read
   // at each step, since handlers may move the array, empty slots and fill them again.

@@ -66,11 +66,14 @@ class KelDataItem : public IKelDataItem {
     bool raisesDepth = true;
     int32_t extra = 0;
   };
-  void deliver(const Delivery& delivery);
+  void deliver(const Delivery& delivery) {
+    if (!receivers_.isEmpty()) deliverToAll(delivery);
+  }
 
   static bool isLayer(int32_t layer) { return layer >= 0 && layer < kLayers; }
 
  private:
+  void deliverToAll(const Delivery& delivery);
   int32_t findReceiver(const IOroDataReceiver* receiver) const;
   void tell(IOroDataReceiver* receiver, const Delivery& delivery);
   void setBlocked(IOroDataReceiver* receiver, bool blocked);
