@@ -14,6 +14,7 @@
 #include "platform/process.h"
 #include "tests/support/fakebroker.h"
 #include "tests/support/fakeheap.h"
+#include "tests/support/slotnumber.h"
 
 namespace {
 
@@ -280,6 +281,10 @@ TEST_F(KelAssertFailTest, ServiceHearsWithoutACallback) {
   kelSetAssertCallback(nullptr, nullptr);
   kelAssertFail("", "folder/file", 13);
   EXPECT_EQ(handler_.told, "|folder/file|13");
+}
+
+TEST_F(KelAssertFailTest, HandlerIsToldByItsFirstOperation) {
+  EXPECT_EQ(tests::slotNumber(&IOroAssertHandlerCB::assertionFailed), 1);
 }
 
 TEST_F(KelReallocTest, AssertionThatNobodyHearsEndsTheProcess) {
