@@ -1,10 +1,7 @@
 #include "orobasictypes/oronumbertext.h"
 
-#include <algorithm>
 #include <charconv>
 #include <limits>
-
-#include "orobasictypes/kelpool.h"
 
 namespace {
 
@@ -114,13 +111,6 @@ bool parseBase(std::string_view text, int base, int32_t& value) {
   return digits > 0;
 }
 
-// Letters are those of exponents, hexadecimal digits, "infinity" and "nan(...)".
-bool maybeInNumber(char16_t unit) {
-  return (unit >= u'0' && unit <= u'9') || (unit >= u'a' && unit <= u'z') ||
-         (unit >= u'A' && unit <= u'Z') || unit == u'+' || unit == u'-' || unit == u'.' ||
-         unit == u'(' || unit == u')' || unit == u'_';
-}
-
 }  // namespace
 
 namespace oronumbers {
@@ -152,20 +142,5 @@ Parsed parseReal(std::string_view text, double& value) { return parse(text, valu
 
 bool parseInt(std::string_view text, int32_t& value) { return parseBase(text, 0, value); }
 bool parseDecimal(std::string_view text, int32_t& value) { return parseBase(text, 10, value); }
-
-AsciiHead::AsciiHead(std::u16string_view text) {
-  while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
-  length_ =
-      static_cast<size_t>(std::find_if_not(text.begin(), text.end(), maybeInNumber) - text.begin());
-  if (length_ > sizeof local_) {
-    text_ = static_cast<char*>(kelPoolAlloc(static_cast<int32_t>(length_), capacity_));
-  }
-  std::transform(text.begin(), text.begin() + length_, text_,
-                 [](char16_t unit) { return static_cast<char>(unit); });
-}
-
-AsciiHead::~AsciiHead() {
-  if (capacity_ > 0) kelPoolFree(capacity_, text_);
-}
 
 }  // namespace oronumbers

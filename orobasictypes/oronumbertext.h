@@ -2,7 +2,6 @@
 // the locale of the process, the same on both systems. Pure functions, any thread.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -29,22 +28,6 @@ Parsed parseReal(std::string_view text, double& value);
 bool parseInt(std::string_view text, int32_t& value);
 // The same, always decimal.
 bool parseDecimal(std::string_view text, int32_t& value);
-
-// The longest front of a wide text, behind white space, that could be part of a number.
-class AsciiHead {
- public:
-  explicit AsciiHead(std::u16string_view text);
-  ~AsciiHead();
-  AsciiHead(const AsciiHead&) = delete;
-  AsciiHead& operator=(const AsciiHead&) = delete;
-  std::string_view text() const { return {text_, length_}; }
-
- private:
-  char local_[64];
-  char* text_ = local_;
-  size_t length_ = 0;
-  int32_t capacity_ = 0;  // above 0: text_ is a block of the pool
-};
 
 // White space of the "C" locale: 9 to 13 and 32.
 constexpr bool isBlank(uint32_t unit) { return unit == 32 || (unit >= 9 && unit <= 13); }

@@ -14,6 +14,7 @@
 #include "orobasictypes/kelcstring.h"
 #include "orobasictypes/kelpool.h"
 #include "orobasictypes/kelrealloc.h"
+#include "orobasictypes/oroasciihead.h"
 #include "orobasictypes/oronumbertext.h"
 #include "orobasictypes/orostringarray.h"
 #include "orobasictypes/orostrsupport.h"
@@ -603,7 +604,7 @@ OroString OroString::elide(int maxLength, int where, int dots) const {
 
 double OroString::toDouble(bool* ok) const {
   double value = 0;
-  const oronumbers::AsciiHead head(viewOf(*this));
+  const OroAsciiHead head(viewOf(*this));
   const bool found = oronumbers::parseReal(head.text(), value) != oronumbers::Parsed::noNumber;
   if (ok != nullptr) *ok = found;
   return value;
@@ -611,7 +612,7 @@ double OroString::toDouble(bool* ok) const {
 
 int OroString::toInt(bool* ok) const {
   int32_t value = 0;
-  const oronumbers::AsciiHead head(viewOf(*this));
+  const OroAsciiHead head(viewOf(*this));
   const bool found = oronumbers::parseInt(head.text(), value);
   if (ok != nullptr) *ok = found;
   return value;
@@ -641,7 +642,7 @@ void OroString::parseList(OroStringArray& out) const {
     const size_t blank = units.find(u' ', at);
     if (blank == units.npos) return;
     int32_t count = 0;
-    const oronumbers::AsciiHead head(units.substr(at, blank - at));
+    const OroAsciiHead head(units.substr(at, blank - at));
     if (!oronumbers::parseInt(head.text(), count) || count < 1) {
       out.append(whole);
       return;

@@ -27,7 +27,7 @@ void takeNumber(std::string_view& text, KelCString& format) {
   text.remove_prefix(digits);
 }
 
-// "%", the front of the specification that is flags, width and precision, and the conversion: no
+// "%", the front of the format's text that is flags, width and precision, and the conversion: no
 // text can smuggle in another one.
 KelCString formatText(const OroStringFormat& format, const char* conversion) {
   std::string_view rest = format.specification.c_str();

@@ -2,7 +2,7 @@
 //
 //   OroString text(3.14159, OroStringFormat(KelCString::borrow("8.3")));  // "   3.142"
 //
-// The specification is flags, width and precision as in the C format language, without "%" and
+// The text is flags, width and precision as in the C format language, without "%" and
 // conversion letter; it ends at the first character that is none of these, and numbers above 4095
 // count as that. A plain value; the constructors of OroString that take one print with it.
 #pragma once

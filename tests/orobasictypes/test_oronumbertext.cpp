@@ -165,12 +165,4 @@ TEST(OroNumberText, PrintsAsTheCLibraryDoes) {
   EXPECT_EQ(oronumbers::printUnsigned(UINT64_MAX, buffer), "18446744073709551615");
 }
 
-TEST(OroNumberText, TheHeadOfAWideTextEndsAtWhatIsNoNumber) {
-  EXPECT_EQ(oronumbers::AsciiHead(u" \t12.5e3\u20AC4").text(), "12.5e3");
-  EXPECT_EQ(oronumbers::AsciiHead(u"12,5").text(), "12");
-  EXPECT_EQ(oronumbers::AsciiHead(u"\u00A012").text(), "");
-  EXPECT_EQ(oronumbers::AsciiHead(u"").text(), "");
-  EXPECT_EQ(oronumbers::AsciiHead(std::u16string(1000, u'1')).text(), std::string(1000, '1'));
-}
-
 }  // namespace
