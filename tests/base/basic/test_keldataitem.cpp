@@ -2,9 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include <cstdlib>
 #include <memory>
-#include <new>
 
 #include "base/basic/keldatablob.h"
 #include "base/basic/keldatafloat.h"
