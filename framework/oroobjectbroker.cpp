@@ -62,7 +62,7 @@ OroObjectBroker::~OroObjectBroker() {
   };
   for (auto& recent : recentServices_) recent = nullptr;
   for (ServiceEntry& entry : services_) {
-    entry.value.interface = nullptr;
+    entry.value.answer = nullptr;
     drop(entry.value.object);
   }
   if (classObjects_ != nullptr) {
@@ -84,7 +84,7 @@ int32_t OroObjectBroker::getService(const KelCString& interfaceName, void** out)
   if (recent == nullptr || std::strcmp(recent->key.text(), interfaceName.c_str()) != 0) {
     return findOrMakeService(interfaceName, out);
   }
-  *out = recent->value.interface.load(std::memory_order_relaxed);
+  *out = recent->value.answer.load(std::memory_order_relaxed);
   return finish(kOroBrokerDone);
 }
 
@@ -112,10 +112,10 @@ std::atomic<OroObjectBroker::ServiceEntry*>& OroObjectBroker::recentService(
 }
 
 void* OroObjectBroker::interfaceOf(ServiceEntry& service) {
-  void* found = service.value.interface.load(std::memory_order_relaxed);
+  void* found = service.value.answer.load(std::memory_order_relaxed);
   if (found == nullptr && service.value.object != nullptr) {
     query(*service.value.object, service.key, &found);
-    service.value.interface.store(found, std::memory_order_relaxed);
+    service.value.answer.store(found, std::memory_order_relaxed);
   }
   return found;
 }

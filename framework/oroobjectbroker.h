@@ -93,11 +93,11 @@ class OroObjectBroker : public IOroObjBroker,
   // A published object and, once it was asked, its interface of that name: what an object answers
   // does not change while it lives.
   struct Service {
-    IOroUnknown* object;                     // one reference on it; null while the broker ends
-    std::atomic<void*> interface = nullptr;  // null until the object has answered
     explicit Service(IOroUnknown* published) : object(published) {}
-    Service(Service&& other) noexcept
-        : object(other.object), interface(other.interface.load(std::memory_order_relaxed)) {}
+    Service(Service&& other) noexcept : object(other.object), answer(other.answer.load()) {}
+
+    IOroUnknown* object;                  // one reference on it; null while the broker ends
+    std::atomic<void*> answer = nullptr;  // null until the object has answered
   };
   struct Answer {  // of a component to a request for an object
     IOroUnknown* object = nullptr;

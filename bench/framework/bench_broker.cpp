@@ -2,9 +2,12 @@
 // the counting of references.
 
 #include <cstdio>
+#include <iterator>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <unordered_map>
+#include <vector>
 
 #include "bench/support/ratios.h"
 #include "framework/kelregistry.h"
@@ -28,6 +31,13 @@ class OroErrorService : public IOroErrorService {
   using Offers = OroOffers<OroErrorService, IOroErrorService>;
   void queryInterface(const char* name, void* out) override { Offers::query(*this, name, out); }
   const char* getClassName() const override { return className(); }
+};
+
+// Stands for all other services: answers to whatever it is asked for.
+class OtherService : public IOroUnknown {
+ public:
+  void queryInterface(const char*, void* out) override { *static_cast<void**>(out) = this; }
+  const char* getClassName() const override { return "OtherService"; }
 };
 
 // The names that a host in use has published, to fill both tables alike.
@@ -61,7 +71,10 @@ class Fixture {
  public:
   Fixture() {
     for (const char* const name : kNames) {
-      broker_.registerService(KelCString::borrow(name), new OroErrorService);
+      const bool own = std::string_view(name) == IOroErrorService::interfaceName();
+      IOroUnknown* const object = own ? static_cast<IOroUnknown*>(new OroErrorService)
+                                      : static_cast<IOroUnknown*>(new OtherService);
+      broker_.registerService(KelCString::borrow(name), object);
       map_[name] = std::make_shared<OroErrorService>();
     }
     oroSetBroker(&broker_);
@@ -89,6 +102,18 @@ void compareServices(bench::Ratios& ratios, Fixture& fixture) {
   };
   ratios.compare("getService", "std::unordered_map find, ready string", 1.0, ask, find);
   ratios.compare("getService", "std::unordered_map find, literal", 1.0, ask, findByLiteral);
+  ratios.compare(
+      "getService of all names in turn", "std::unordered_map find, ready strings", 1.0,
+      [] {
+        for (const char* const name : kNames) {
+          void* found = nullptr;
+          oroGetService(KelCString::borrow(name), &found);
+          benchmark::DoNotOptimize(found);
+        }
+      },
+      [&, keys = std::vector<std::string>(std::begin(kNames), std::end(kNames))] {
+        for (const std::string& each : keys) benchmark::DoNotOptimize(map.find(each)->second.get());
+      });
   ratios.compare(
       "SPtr", "std::unordered_map find and std::shared_ptr copy", 0,
       [] { benchmark::DoNotOptimize(SPtr<IOroErrorService>().get()); },
