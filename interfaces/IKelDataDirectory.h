@@ -1,9 +1,9 @@
 // IKelDataDirectory: one section of the settings tree, with its sections and items.
 //
 // A directory owns what it holds: removing a child deletes it whatever its reference count says,
-// and deleting the directory deletes its subdirectories, then its items. What a store made is removed
-// through the store, whose index knows it. Searches are case sensitive and give the first match in
-// the order of adding. One thread at a time.
+// and deleting the directory deletes its subdirectories, then its items. What a store made is
+// removed through the store, whose index knows it. Searches are case sensitive and give the first
+// match in the order of adding. One thread at a time.
 #pragma once
 
 #include <cstdint>
