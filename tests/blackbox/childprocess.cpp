@@ -14,14 +14,26 @@ std::string readIfThere(const std::filesystem::path& file) {
   return {std::istreambuf_iterator<char>(in), {}};
 }
 
+// What the machine's user has set must not show in a test, nor a test in the user's profile.
+decltype(Child::environment) ownEnvironment(const std::string& home) {
+  return {{"DISPLAY", std::nullopt},
+          {"HOME", home},
+          {"XDG_CONFIG_HOME", home},
+          {"XDG_DOCUMENTS_DIR", home},
+          {"CREATE_ERROR_LOG_AT_STARTUP", std::nullopt},
+          {"OroObjectBrokerLog", std::nullopt}};
+}
+
 }  // namespace
 
 ChildResult runChild(const Child& child) {
   const TempFolder folder;
   ChildResult result;
-  Child quiet = child;
-  quiet.environment.insert(quiet.environment.begin(), {"DISPLAY", std::nullopt});
-  runToFiles(quiet, folder.file("output"), folder.file("errors"), result);
+  Child alone = child;
+  alone.environment = ownEnvironment(folder.path().string());
+  alone.environment.insert(alone.environment.end(), child.environment.begin(),
+                           child.environment.end());
+  runToFiles(alone, folder.file("output"), folder.file("errors"), result);
   result.output = readIfThere(folder.file("output"));
   result.errors = readIfThere(folder.file("errors"));
   return result;

@@ -6,8 +6,8 @@
 //   const tests::ChildResult result = tests::runChild(child);
 //   EXPECT_EQ(result.exitCode, 1);
 //
-// Its standard input is at its end, it has no display, and it is killed at its time limit.
-// Any thread.
+// Its standard input is at its end, it has no display and a home of its own, and it is killed at
+// its time limit. Any thread.
 
 #include <cstdint>
 #include <filesystem>
