@@ -118,14 +118,17 @@ TEST_F(Broker, NameIsToldByItsBytesAndNotByItsAddress) {
 }
 
 TEST_F(Broker, NamesOfAllLengthsAreToldApart) {
-  std::vector<std::string> names;
-  for (size_t length = 0; length <= 40; ++length) names.emplace_back(length, 'x');
-  for (const std::string& each : names) {
-    EXPECT_EQ(broker_->registerService(name(each.c_str()), new FakeObject), 1) << each;
-    EXPECT_EQ(broker_->registerService(name(each.c_str()), new FakeObject), 0) << each;
-    const std::string other = each + "y";
-    EXPECT_EQ(broker_->registerService(name(other.c_str()), new FakeObject), 1) << other;
+  FakeObject object;
+  object.addRef();
+  for (size_t length = 0; length <= 40; ++length) {
+    const std::string text(length, 'x');
+    const std::string other = text + "y";
+    EXPECT_EQ(broker_->registerService(name(text.c_str()), &object), 1) << text;
+    EXPECT_EQ(broker_->registerService(name(text.c_str()), &object), 0) << text;
+    EXPECT_EQ(broker_->registerService(name(other.c_str()), &object), 1) << other;
   }
+  broker_.reset();
+  EXPECT_EQ(object.refCount(), 1);
 }
 
 TEST_F(Broker, ServiceThatDoesNotAnswerItsNameIsNone) {

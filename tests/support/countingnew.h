@@ -1,5 +1,6 @@
 // Counts what operator new is asked for. The source that includes this replaces operator new and
-// operator delete of its program, so one source of a program includes it.
+// operator delete of its program, so one source of a program includes it, and the program loads no
+// library that has been built with other ones.
 #pragma once
 
 #include <atomic>
@@ -16,6 +17,10 @@ inline std::atomic<size_t> newCalls = 0;
   ++tests::newCalls;
   if (void* const block = std::malloc(size)) return block;
   throw std::bad_alloc();
+}
+[[gnu::noinline]] void* operator new(size_t size, const std::nothrow_t&) noexcept {
+  ++tests::newCalls;
+  return std::malloc(size);
 }
 [[gnu::noinline]] void operator delete(void* block) noexcept { std::free(block); }
 [[gnu::noinline]] void operator delete(void* block, size_t) noexcept { std::free(block); }
