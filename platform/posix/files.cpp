@@ -19,6 +19,13 @@ bool isOpenDirectory(int descriptor) {
   return fstat(descriptor, &what) == 0 && S_ISDIR(what.st_mode);
 }
 
+// The letter "c" means commit at each flush on Windows, and another thing here; flushCommitting
+// of filestream.h stands in for it.
+std::string withoutCommit(std::string mode) {
+  std::erase(mode, 'c');
+  return mode;
+}
+
 }  // namespace
 
 MakeDirectory makeDirectory(std::u16string_view path) {
@@ -54,7 +61,7 @@ bool isFile(std::u16string_view path) {
 }
 
 std::FILE* openFile(std::u16string_view path, const char* mode) {
-  std::FILE* const stream = std::fopen(toSystemPath(path).c_str(), mode);
+  std::FILE* const stream = std::fopen(toSystemPath(path).c_str(), withoutCommit(mode).c_str());
   if (stream == nullptr || !isOpenDirectory(fileno(stream))) return stream;
   std::fclose(stream);
   return nullptr;

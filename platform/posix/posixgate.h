@@ -3,6 +3,7 @@
 // The only header that includes the system's own headers on Linux; only the sources of this
 // folder and their tests include it.
 
+#include <dirent.h>
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <link.h>

@@ -19,8 +19,10 @@
 #include <fcntl.h>
 #include <io.h>
 #include <psapi.h>
+#include <share.h>
 #include <shellapi.h>
 #include <shlobj.h>
+#include <sys/stat.h>
 
 #include <string>
 #include <string_view>
