@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "base/basic/keldatastore.h"
 #include "framework/oroobjectbroker.h"
 #include "orobasictypes/iptr.h"
 #include "tests/framework/brokerfixture.h"
@@ -177,6 +178,48 @@ TEST_F(BrokerReports, LogServiceHearsEachReport) {
   broker_->registerService(name("IOroLog3"), log);
   create();
   EXPECT_EQ(log->texts, texts());
+  EXPECT_EQ(log->texts.size(), 1u);
+}
+
+TEST_F(BrokerReports, LastReportStandsInTheSettings) {
+  constexpr const char* setting = "objectbroker_errorstring";
+  auto* const store = new KelDataStore(false, 5, 37);
+  const IPtr<IDataStore> held(store);
+  broker_->registerService(name("IDataStore"), held.object());
+  EXPECT_FALSE(store->Exists(setting));
+  create();
+  EXPECT_EQ(store->GetString(setting, nullptr), texts()[0]);
+  EXPECT_EQ(store->GetCapacity(setting, nullptr), 4095);
+  provide(0, nullptr);
+  create();
+  ASSERT_EQ(texts().size(), 2u);
+  EXPECT_EQ(store->GetString(setting, nullptr), texts()[1]);
+}
+
+TEST_F(BrokerReports, SettingThatIsThereIsKeptAndSet) {
+  constexpr const char* setting = "objectbroker_errorstring";
+  auto* const store = new KelDataStore(false, 5, 37);
+  const IPtr<IDataStore> held(store);
+  broker_->registerService(name("IDataStore"), held.object());
+  store->CreateString(setting, 20, "as before", 0);
+  create();
+  EXPECT_EQ(store->GetCapacity(setting, nullptr), 20);
+  EXPECT_EQ(std::string(store->GetString(setting, nullptr)).substr(0, 20),
+            texts()[0].substr(0, 20));
+}
+
+TEST_F(BrokerReports, PlacesAreServedInTheirOrder) {
+  auto* const store = new KelDataStore(false, 5, 37);
+  const IPtr<IDataStore> held(store);
+  broker_->registerService(name("IDataStore"), held.object());
+  auto* const log = new FakeLog;
+  broker_->registerService(name("IOroLog3"), log);
+  observer_.onUpdate = [&] {
+    EXPECT_FALSE(store->Exists("objectbroker_errorstring"));
+    EXPECT_TRUE(log->texts.empty());
+  };
+  log->onLog = [&] { EXPECT_TRUE(store->Exists("objectbroker_errorstring")); };
+  create();
   EXPECT_EQ(log->texts.size(), 1u);
 }
 
