@@ -142,6 +142,16 @@ TEST_F(CommandLineRun, AMissingInputIsRecordedAndNothingHangs) {
   EXPECT_EQ(result.errors, "") << "the record takes the place of the box";
 }
 
+TEST_F(CommandLineRun, TheClassLogNamesWhatWasMade) {
+  tests::runChild({tests::cowlProgram(),
+                   {"-input", "in.xyz"},
+                   {{"OroObjectBrokerLog", "classes"}},
+                   folder_.path()});
+  const std::string text = plainLines(folder_.read("classes"));
+  EXPECT_NE(text.find("  ICmdLine\n"), std::string::npos) << text;
+  EXPECT_NE(text.find("  IOroOpenDoc\n"), std::string::npos) << text;
+}
+
 TEST_F(CommandLineRun, WithoutArgumentsDoesNothingAndEndsWithOne) {
   const ChildResult result = run({});
   EXPECT_EQ(result.exitCode, 1);

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <optional>
 #include <string>
 #include <vector>
@@ -110,6 +111,23 @@ TEST(Process, OpensTheClassLogThatTheVariableNames) {
 TEST(Process, AClassLogThatDoesNotOpenIsNoFailure) {
   BareProgram bare;
   expectFailedStart(bare.run({}, {{"OroObjectBrokerLog", "nowhere/classes"}}));
+}
+
+TEST(Process, IsAProgramWithoutAConsoleOnWindows) {
+  std::ifstream file(tests::cowlProgram(), std::ios::binary);
+  const std::string image{std::istreambuf_iterator<char>(file), {}};
+  const bool elf = image.substr(0, 4) ==
+                   "\x7F"
+                   "ELF";
+  const auto byteAt = [&](std::size_t place) {
+    return static_cast<unsigned char>(image.at(place));
+  };
+  if (!elf) {
+    constexpr std::size_t subsystemPlace = 4 + 20 + 68;  // signature, file header, offset in it
+    const std::size_t header = byteAt(0x3C) | byteAt(0x3D) << 8;
+    EXPECT_EQ(byteAt(header + subsystemPlace), 2) << "not the graphical subsystem";
+  }
+  EXPECT_TRUE(elf || image.substr(0, 2) == "MZ");
 }
 
 TEST(Process, TakesArgumentsOfAnyKind) {

@@ -76,6 +76,17 @@ TEST_F(StartupEnvironment, TakesTheLastModuleWhosePathHoldsTheId) {
   EXPECT_EQ(registryText("ORIGINAL_MAIN_ARGV0"), executable());
 }
 
+TEST_F(StartupEnvironment, AnIdAtTheVeryEndOfAPathIsNotFound) {
+  const std::string last = OroString(platform::modulePaths(1024, 260).back().c_str()).toNarrow();
+  const std::string name = last.substr(last.find_last_of("\\/") + 1);
+  putRegistry("PRODUCT_INFO/dllId", name.c_str());
+  putArguments({"x"});
+  EXPECT_EQ(registryText("MAIN_ARGV0"), executable());
+  putRegistry("PRODUCT_INFO/dllId", name.substr(0, name.size() - 1).c_str());
+  putArguments({"x"});
+  EXPECT_EQ(registryText("MAIN_ARGV0"), last);
+}
+
 TEST_F(StartupEnvironment, LooksForTheModuleByCase) {
   putRegistry("PRODUCT_INFO/dllId", "TEST_APPMAI");
   putArguments({"x"});
