@@ -7,6 +7,7 @@
 #include "components/points/pointclouddata.h"
 #include "components/points/pointdocument.h"
 #include "components/points/pointfiletype.h"
+#include "components/points/pointprogress.h"
 #include "components/points/pointreport.h"
 #include "components/points/pointtextparser.h"
 #include "orobasictypes/orofilereader.h"

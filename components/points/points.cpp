@@ -2,13 +2,14 @@
 
 #include "components/kit/orocomponentrecord.h"
 #include "components/points/pointapplication.h"
+#include "components/points/pointcommandaccess.h"
 #include "components/points/pointcommands.h"
 #include "components/points/pointdocument.h"
 #include "components/points/pointfiletypes.h"
 #include "components/points/pointopener.h"
+#include "components/points/pointprimitives.h"
 #include "components/points/pointsavedata.h"
 #include "components/points/pointsaver.h"
-#include "components/points/pointservices.h"
 
 namespace {
 

@@ -8,6 +8,7 @@
 #include "components/points/pointclouddata.h"
 #include "components/points/pointdocument.h"
 #include "components/points/pointfiletype.h"
+#include "components/points/pointprogress.h"
 #include "components/points/pointreport.h"
 #include "components/points/pointtextformatter.h"
 #include "orobasictypes/oropath.h"
