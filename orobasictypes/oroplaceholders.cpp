@@ -16,6 +16,7 @@ void oroFillNumbers(OroString& text, int32_t count, const OroString* arguments) 
     placeholder.append(OroString(number));
     const int32_t start = text.find(placeholder);
     if (start < 0) continue;
-    text = text.splice(start, start + placeholder.length(), arguments[number - 1]);
+    const OroString& argument = arguments != nullptr ? arguments[number - 1] : OroString::empty();
+    text = text.splice(start, start + placeholder.length(), argument);
   }
 }

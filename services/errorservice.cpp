@@ -11,6 +11,7 @@ namespace {
 
 constexpr int32_t kListenerCapacity = 21;
 constexpr uint32_t kFlagBuckets = 17;
+constexpr int32_t kContextCapacity = 20;
 
 constexpr int32_t kSeverityError = 1;
 constexpr int32_t kSeverityErrorWithContext = 2;
@@ -21,7 +22,8 @@ ErrorService* currentService = nullptr;
 
 ErrorService::ErrorService(bool showBox, platform::CrashHandler crashHandler)
     : listeners_(kListenerCapacity),
-      flags_(OroHashTable<KelCString, bool>::withBuckets(kFlagBuckets)) {
+      flags_(OroHashTable<KelCString, bool>::withBuckets(kFlagBuckets)),
+      context_(kContextCapacity) {
   currentService = this;
   setDefaultFlags();
   if (showBox) addListener(new ErrorWinBoxDisplay(true));

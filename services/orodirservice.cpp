@@ -42,6 +42,11 @@ OroPath storedPath(const char* setting) {
 
 OroPath storedDir(const char* name) { return storedPath(settingPath(name).text()); }
 
+bool isStored(const char* name) {
+  SPtr<IDataStore> store;
+  return store && store->Exists(settingPath(name).text());
+}
+
 void createSetting(IDataStore& store, const char* name, const OroPath& path) {
   store.CreateOroString(settingPath(name).text(), kSettingCapacity, path.toOsPath(), kSaved);
 }
@@ -70,8 +75,9 @@ void storeDir(const char* name, const OroPath& path) {
 const OroPath& exeDir() {
   if (executableDir.known) return executableDir.path;
   executableDir.known = true;
-  executableDir.path = storedDir("exe");
-  if (executableDir.path.isEmpty()) {
+  if (isStored("exe")) {
+    executableDir.path = storedDir("exe");  // an empty one too, as it is with "components"
+  } else {
     const OroPath executable(OroString(platform::executablePath(kPathUnits).c_str()));
     executableDir.path = executable.parent();
     storeDir("exe", executableDir.path);
@@ -220,11 +226,7 @@ const OroPath& OroDirService::getDir(const char* name) {
 // Empty for a name that has no rule of its own, or whose rule gives nothing.
 OroPath OroDirService::computedDir(const char* name) {
   const auto is = [name](const char* other) { return std::strcmp(name, other) == 0; };
-  if (is("components")) {
-    SPtr<IDataStore> store;
-    const bool stored = store && store->Exists(settingPath(name).text());
-    return stored ? storedDir(name) : getDir("exe");
-  }
+  if (is("components")) return isStored(name) ? storedDir(name) : getDir("exe");
   if (is("exe") || is("bin") || is("config")) return exeDir();
   if (is("language")) return exeDir().joined("lang");
   if (is("home")) return oroKnownFolder("HOME", false, false);

@@ -13,6 +13,7 @@
 #include "orobasictypes/orostring.h"
 #include "orobasictypes/testaccess.h"
 #include "tests/support/fakebroker.h"
+#include "tests/support/slotnumber.h"
 
 namespace {
 
@@ -103,6 +104,20 @@ TEST_F(BaseLibraryTest, StringsCanBeUsedAfterTheEnd) {
   EXPECT_TRUE(kept == "made before");
   EXPECT_TRUE(OroString::empty().isEmpty());
   EXPECT_TRUE(OroString("made after") == "made after");
+}
+
+TEST_F(BaseLibraryTest, ServicesOutliveTheEnd) {
+  tests::FakeBroker broker;
+  const IPtr<FileMagic> magic = new FileMagic(events_);
+  broker.registerService(KelCString("IKelFileMagic"), magic.get());
+  oroBaseLibraryEnd();
+  oroBaseLibraryEnd();
+  EXPECT_THAT(events_, ElementsAre("magic", "magic"));
+  EXPECT_EQ(magic->refCount(), 2);
+}
+
+TEST(IKelFileMagicTest, TheEndIsTheFirstOperation) {
+  EXPECT_EQ(tests::slotNumber(&IKelFileMagic::end), 1);
 }
 
 TEST_F(BaseLibraryTest, TheLogFileIsAskedForUntilThereIsOneAndKeptThen) {

@@ -204,6 +204,11 @@ TEST_F(TranslateTest, AnArrayOfNoneLeavesThePlaceholders) {
   EXPECT_EQ(narrow(oroTranslateArray(out, "%1", -3, nullptr)), "%1");
 }
 
+TEST_F(TranslateTest, ACountWithoutAnArrayIsOfEmptyArguments) {
+  OroString out;
+  EXPECT_EQ(narrow(oroTranslateArray(out, "[%1%2] %3", 2, nullptr)), "[] %3");
+}
+
 TEST_F(TranslateTest, NumbersThatAreNotInTheTextAreSkipped) {
   EXPECT_EQ(array("only %3", 5), "only <3>");
   EXPECT_EQ(array("none", 3), "none");
@@ -342,6 +347,28 @@ TEST(OroTrivialTranslatorTest, WhatALookupLeavesAloneIsEmpty) {
   EXPECT_TRUE(translator->translate1(out, "key %1", &argument).isNull());
   out = OroString("before");
   EXPECT_TRUE(translator->translateArray(out, "key %1", 1, &argument).isNull());
+}
+
+// Hands out texts of the program itself.
+class BorrowingTranslator : public OroTrivialTranslator<> {
+ public:
+  bool lookup(const char*, OroString& out) override {
+    out = OroString(u"[%1]", nullptr);
+    return true;
+  }
+};
+
+TEST(OroTrivialTranslatorTest, PlaceholdersOfABorrowedTextStay) {
+  const IPtr<BorrowingTranslator> translator = new BorrowingTranslator;
+  const OroString argument("x");
+  OroString out;
+  EXPECT_EQ(narrow(translator->translate1(out, "key", &argument)), "[%1]");
+  EXPECT_EQ(narrow(translator->translateArray(out, "key", 1, &argument)), "[x]");
+}
+
+TEST(OroTrivialTranslatorTest, LookupIsTheTenthOperation) {
+  // Behind the destructor of the interface, which has two places in the table.
+  EXPECT_EQ(tests::slotNumber(&OroTrivialTranslator<>::lookup), 10 + 2);
 }
 
 TEST(IOroTranslatorTest, OperationsStandInTheirOrder) {

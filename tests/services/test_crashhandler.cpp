@@ -9,9 +9,11 @@
 
 #include "interfaces/IDotNetErrorService.h"
 #include "interfaces/IMainApplication.h"
+#include "orobasictypes/orotranslate.h"
 #include "platform/process.h"
 #include "services/errorservice.h"
 #include "services/logfilelistener.h"
+#include "tests/services/brackettranslator.h"
 #include "tests/services/recordinglistener.h"
 #include "tests/services/servicetest.h"
 #include "tests/support/slotnumber.h"
@@ -85,6 +87,13 @@ TEST_F(CrashHandlerTest, TheCrashIsReportedAsAnErrorAndTheProcessEndsWithZero) {
   EXPECT_EQ(heard_[0].text, "Unknown Error 11 occurred.\nApplication will close.");
   EXPECT_EQ(heard_[0].severity, 1);
   EXPECT_EQ(heard_[0].detail, "");
+}
+
+TEST_F(CrashHandlerTest, TheMessageIsATranslation) {
+  oroSetModuleTranslator(new tests::BracketTranslator);
+  crash(11);
+  ASSERT_EQ(heard_.size(), 1u);
+  EXPECT_EQ(heard_[0].text, "[Unknown Error 11 occurred.\nApplication will close.]");
 }
 
 TEST_F(CrashHandlerTest, TheApplicationMaySuppressTheMessage) {

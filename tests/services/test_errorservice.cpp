@@ -12,6 +12,7 @@
 #include "services/logfilelistener.h"
 #include "tests/services/recordinglistener.h"
 #include "tests/services/servicetest.h"
+#include "tests/support/fakeheap.h"
 #include "tests/support/slotnumber.h"
 
 namespace {
@@ -242,6 +243,13 @@ TEST_F(ErrorServiceTest, AnUnknownFlagIsFalse) {
   EXPECT_FALSE(service_->getFlag(KelCString("nobody's")));
   EXPECT_FALSE(service_->getFlag(KelCString("ALLOWINTERACTIVEACKNOWLEDGE")));
   EXPECT_FALSE(service_->getFlag(KelCString()));
+}
+
+TEST_F(ErrorServiceTest, AskingForAnUnknownFlagMakesNone) {
+  const KelCString name("nobody's");
+  const tests::FakeHeap heap;
+  service_->getFlag(name);
+  EXPECT_EQ(heap.allocations, 0);
 }
 
 TEST_F(ErrorServiceTest, FlagsAreKeptByName) {

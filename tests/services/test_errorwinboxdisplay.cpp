@@ -3,10 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "interfaces/IOroErrorService.h"
-#include "interfaces/IOroTranslator.h"
 #include "orobasictypes/orotranslate.h"
-#include "orobasictypes/orotrivialtranslator.h"
 #include "platform/process.h"
+#include "tests/services/brackettranslator.h"
 #include "tests/services/servicetest.h"
 
 namespace {
@@ -67,19 +66,8 @@ TEST_F(ErrorWinBoxDisplayTest, OtherSeveritiesHaveTheWarningIcon) {
   EXPECT_EQ(boxes()[3].style, 16u);
 }
 
-// Puts brackets around every key.
-class BracketTranslator : public OroTrivialTranslator<> {
- public:
-  bool lookup(const char* key, OroString& out) override {
-    out = OroString("[");
-    out.append(key);
-    out.append("]");
-    return true;
-  }
-};
-
 TEST_F(ErrorWinBoxDisplayTest, LabelAndFormAreTranslated) {
-  oroSetModuleTranslator(new BracketTranslator);
+  oroSetModuleTranslator(new tests::BracketTranslator);
   show(true, 1, "denied");
   show(true, 1);
   ASSERT_EQ(boxes().size(), 2u);

@@ -4,7 +4,9 @@
 
 #include <string>
 
+#include "orobasictypes/orotranslate.h"
 #include "services/testaccess.h"
+#include "tests/services/brackettranslator.h"
 #include "tests/services/servicetest.h"
 
 namespace {
@@ -60,6 +62,14 @@ TEST_F(KnownFoldersTest, TheProductFolderIsTheCompanyAndWithVersionTheTitleInIt)
 TEST_F(KnownFoldersTest, AnEmptyVersionIsLeftOutOfTheTitle) {
   nameProduct("Scan", "");
   EXPECT_EQ(known("APPDATA", true, true), "\\appData\\Velmora\\Velmora Scan");
+}
+
+TEST_F(KnownFoldersTest, TheTitleIsATranslation) {
+  oroSetModuleTranslator(new tests::BracketTranslator);
+  nameProduct("Scan", "7.5");
+  EXPECT_EQ(known("APPDATA", true, true), "\\appData\\Velmora\\[Velmora Scan 7.5]");
+  nameProduct("Scan", "");
+  EXPECT_EQ(known("APPDATA", true, true), "\\appData\\Velmora\\[Velmora Scan]");
 }
 
 TEST_F(KnownFoldersTest, WithoutProductFactsAProductFolderIsTheFallback) {

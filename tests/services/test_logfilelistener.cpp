@@ -4,6 +4,8 @@
 
 #include <string>
 
+#include "interfaces/IOroStrSupport.h"
+#include "orobasictypes/testaccess.h"
 #include "tests/services/servicetest.h"
 
 namespace {
@@ -48,6 +50,40 @@ TEST_F(LogfileListenerTest, CharactersBeyondAsciiAreLost) {
   listener_->setLogFile(base("a.log"));
   log(OroString(u"caf\u00E9 \u20AC100"));
   EXPECT_EQ(logged("a.log"), "caf 100\n");
+}
+
+// Narrow text as Latin-1; the rest as without the service.
+class LatinSupport : public IOroStrSupport {
+ public:
+  static constexpr const char* className() { return "LatinSupport"; }
+  using Offers = OroOffers<LatinSupport, IOroStrSupport>;
+  void queryInterface(const char* name, void* out) override { Offers::query(*this, name, out); }
+  const char* getClassName() const override { return className(); }
+  int32_t unusedSlot1() override { return 0; }
+  void toNarrow(KelCString& out, const OroString& text) override {
+    out.assign(text.wideText(), text.length());
+  }
+  int32_t compare(const OroString& left, const OroString& right) override {
+    return left.compareOrdinal(right);
+  }
+  bool isSpace(char16_t unit) override { return unit == u' '; }
+  bool isDigit(char16_t unit) override { return unit >= u'0' && unit <= u'9'; }
+  bool contains(const OroString& text, const OroString& part, bool) override {
+    return text.find(part) >= 0;
+  }
+  void stripSpace(OroString&) override {}
+  void normalize(OroString&) override {}
+  void toLower(OroString&) override {}
+  void toUpper(OroString&) override {}
+};
+
+TEST_F(LogfileListenerTest, CharactersBeyondAsciiStayAsTheTextServiceGivesThem) {
+  testaccess::resetStrSupport();
+  publish("IOroStrSupport", new LatinSupport);
+  listener_->setLogFile(base("a.log"));
+  log(OroString(u"caf\u00E9"));
+  EXPECT_EQ(logged("a.log"), "caf\xE9\n");
+  testaccess::resetStrSupport();
 }
 
 TEST_F(LogfileListenerTest, ATextIsNoFormat) {

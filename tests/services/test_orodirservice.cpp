@@ -74,6 +74,13 @@ TEST_F(DirServiceTest, AnEarlierSettingWinsOverTheExecutablesPlace) {
   EXPECT_EQ(storedDir("exe"), "D:\\tools\\");
 }
 
+TEST_F(DirServiceTest, AnEmptySettingOfTheExecutablesPlaceIsTakenAsWell) {
+  storeText("DefaultFileNameDirectory", "DefaultFileNameDirectory/exe", "");
+  EXPECT_EQ(dir("exe"), "C:");
+  EXPECT_EQ(dir("language"), "lang");
+  EXPECT_EQ(storedDir("exe"), "");
+}
+
 TEST_F(DirServiceTest, TheExecutablesDirectoryIsTakenOnce) {
   EXPECT_EQ(dir("exe"), "EXE");
   directories_->setDir("exe", OroPath("D:\\tools"));
@@ -230,8 +237,8 @@ TEST_F(DirServiceTest, SettingADirectoryDoesNotFillTheDefaults) {
 
 TEST_F(DirServiceTest, ComputedNamesDoNotFollowTheSettings) {
   nameProduct();
-  for (const char* name : {"language", "home", "userconfig", "publicconfig", "installoptions",
-                           "support", "workingdir", "installcommon"}) {
+  for (const char* name : {"exe", "bin", "config", "language", "home", "userconfig", "publicconfig",
+                           "installoptions", "support", "workingdir", "installcommon"}) {
     const std::string before = dir(name);
     directories_->setDir(name, OroPath("D:\\elsewhere"));
     EXPECT_EQ(dir(name), before) << name;
