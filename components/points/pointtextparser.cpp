@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstring>
+#include <string_view>
 
 namespace {
 
@@ -18,12 +19,20 @@ const char* skipBlanks(const char* at, const char* end) {
   return at;
 }
 
-// Passes over one separator: blanks, with at most one comma or semicolon among them. Null when
+// Whether nothing more of the line counts: its end, or a comment.
+bool isOver(const char* at, const char* end) {
+  if (at == end || *at == '\n' || *at == '#') return true;
+  return *at == '\r' && (at + 1 == end || at[1] == '\n');
+}
+
+// Passes over one separator: blanks, with at most one comma or semicolon among them. False when
 // there is none, so that "1 2 3x" or "1,,2" is no point.
-const char* skipSeparator(const char* at, const char* end) {
+bool skipSeparator(const char*& at, const char* end) {
   const char* next = skipBlanks(at, end);
-  if (next != end && (*next == ',' || *next == ';')) return skipBlanks(next + 1, end);
-  return next == at ? nullptr : next;
+  if (next != end && (*next == ',' || *next == ';')) next = skipBlanks(next + 1, end);
+  const bool found = next != at;
+  at = next;
+  return found;
 }
 
 // A number as people write it; from_chars does not know the leading plus.
@@ -45,88 +54,82 @@ bool PointTextParser::feed(const char* text, size_t size) {
   if (!rest_.empty()) {
     const char* lineEnd = static_cast<const char*>(std::memchr(text, '\n', size));
     const char* taken = lineEnd == nullptr ? end : lineEnd + 1;
-    if (rest_.size() + static_cast<size_t>(taken - text) > kLongestLine + 2) {
-      ++line_;
-      return fail("the line is too long");
-    }
+    if (rest_.size() + static_cast<size_t>(taken - text) > kLongestLine + 2) return failLong();
     rest_.append(text, taken);
     if (lineEnd == nullptr) return true;
     std::string line;
     line.swap(rest_);
-    parseLines(line.data(), line.data() + line.size());
+    if (!parseLines(line.data(), line.data() + line.size())) return false;
     text = taken;
   }
-  if (problem_ != nullptr) return false;
-  text = parseLines(text, end);
-  if (problem_ != nullptr) return false;
-  if (static_cast<size_t>(end - text) > kLongestLine + 1) {
-    ++line_;
-    return fail("the line is too long");
-  }
-  rest_.assign(text, end);
+  const size_t last = std::string_view(text, static_cast<size_t>(end - text)).rfind('\n');
+  const char* const whole = last == std::string_view::npos ? text : text + last + 1;
+  if (!parseLines(text, whole)) return false;
+  if (static_cast<size_t>(end - whole) > kLongestLine + 1) return failLong();
+  rest_.assign(whole, end);
   return true;
 }
 
 bool PointTextParser::finish() {
-  if (problem_ == nullptr && !rest_.empty()) {
-    ++line_;
-    parseLine(rest_.data(), rest_.data() + rest_.size());
-  }
-  cloud_.decimals = decimalsFixed_ && decimalsSeen_ > 0 ? cloud_.decimals : PointCloud::kShortest;
+  if (problem_ == nullptr) parseLines(rest_.data(), rest_.data() + rest_.size());
+  if (!decimalsFixed_ || decimalsSeen_ == 0) cloud_.decimals = PointCloud::kShortest;
   return problem_ == nullptr;
 }
 
-// Parses the whole lines and gives where the unfinished one begins.
-const char* PointTextParser::parseLines(const char* text, const char* end) {
-  while (true) {
-    const char* lineEnd =
-        static_cast<const char*>(std::memchr(text, '\n', static_cast<size_t>(end - text)));
-    if (lineEnd == nullptr) return text;
+// The last of the lines may be without its line feed.
+bool PointTextParser::parseLines(const char* at, const char* end) {
+  while (at != end) {
     ++line_;
-    if (!parseLine(text, lineEnd)) return text;
-    text = lineEnd + 1;
+    const char* const start = at;
+    if (line_ == 1 && end - at >= 3 && std::memcmp(at, "\xEF\xBB\xBF", 3) == 0) at += 3;
+    at = skipBlanks(at, end);
+    if (!isOver(at, end) && !parsePoint(at, end)) return false;
+    if (at != end && *at == '#') {
+      at = static_cast<const char*>(std::memchr(at, '\n', static_cast<size_t>(end - at)));
+      if (at == nullptr) at = end;
+    } else if (at != end && *at == '\r') {
+      ++at;
+    }
+    if (static_cast<size_t>(at - start) > kLongestLine) return fail("the line is too long");
+    if (at != end) ++at;
   }
+  return true;
 }
 
-bool PointTextParser::parseLine(const char* at, const char* end) {
-  if (static_cast<size_t>(end - at) > kLongestLine) return fail("the line is too long");
-  if (end != at && end[-1] == '\r') --end;
-  if (line_ == 1 && end - at >= 3 && std::memcmp(at, "\xEF\xBB\xBF", 3) == 0) at += 3;
-  at = skipBlanks(at, end);
-  if (at == end || *at == '#') return true;
-
+bool PointTextParser::parsePoint(const char*& at, const char* end) {
   double values[3];
   for (int i = 0; i < 3; ++i) {
-    if (i > 0) at = skipSeparator(at, end);
-    if (at == nullptr || at == end) return fail("a point needs three coordinates");
-    const char* number = at;
+    const bool apart = i == 0 || skipSeparator(at, end);
+    if (isOver(at, end)) return fail("a point needs three coordinates");
+    if (!apart) return fail("a coordinate is no number");
+    const char* const number = at;
     if (!parseReal(at, end, values[i])) return fail("a coordinate is no number");
     if (decimalsSeen_ < kDecimalsSample) noteDecimals(number, at);
   }
   const PointPosition position{values[0], values[1], values[2]};
-  const char* next = skipSeparator(at, end);
-  if (next == nullptr && at != end && *at != '#') return fail("a coordinate is no number");
-  if (next == nullptr || next == end || *next == '#') {
-    const char* last = skipBlanks(at, end);
-    if (last != end && *last != '#') return fail("a separator has nothing behind it");
+  const char* const behind = at;
+  const bool separated = skipSeparator(at, end);
+  if (isOver(at, end)) {
+    if (!isOver(skipBlanks(behind, end), end)) return fail("a separator has nothing behind it");
     return append(position, nullptr);
   }
+  if (!separated) return fail("a coordinate is no number");
   PointColor color;
-  return parseColor(next, end, color) && append(position, &color);
+  return parseColor(at, end, color) && append(position, &color);
 }
 
 bool PointTextParser::parseColor(const char*& at, const char* end, PointColor& color) {
   uint8_t* const channels[] = {&color.red, &color.green, &color.blue};
   for (int i = 0; i < 3; ++i) {
-    if (i > 0) at = skipSeparator(at, end);
-    if (at == nullptr || at == end || *at == '#') return fail("a colour needs three values");
+    const bool apart = i == 0 || skipSeparator(at, end);
+    if (isOver(at, end)) return fail("a colour needs three values");
+    if (!apart) return fail("a colour value is no whole number from 0 to 255");
     const auto [next, error] = std::from_chars(at, end, *channels[i]);
     if (error != std::errc{}) return fail("a colour value is no whole number from 0 to 255");
     at = next;
   }
   at = skipBlanks(at, end);
-  if (at == end || *at == '#') return true;
-  return fail("there is more behind the colour");
+  return isOver(at, end) || fail("there is more behind the colour");
 }
 
 bool PointTextParser::append(const PointPosition& position, const PointColor* color) {
@@ -150,6 +153,11 @@ void PointTextParser::noteDecimals(const char* text, const char* end) {
   const int digits = point == nullptr ? 0 : static_cast<int>(end - point) - 1;
   if (digits > kMostDecimals) decimalsFixed_ = false;
   cloud_.decimals = std::max(cloud_.decimals, digits);
+}
+
+bool PointTextParser::failLong() {
+  ++line_;
+  return fail("the line is too long");
 }
 
 bool PointTextParser::fail(const char* problem) {

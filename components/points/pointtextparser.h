@@ -37,11 +37,12 @@ class PointTextParser {
   const char* problem() const { return problem_; }
 
  private:
-  const char* parseLines(const char* text, const char* end);
-  bool parseLine(const char* text, const char* end);
+  bool parseLines(const char* at, const char* end);
+  bool parsePoint(const char*& at, const char* end);
   bool parseColor(const char*& at, const char* end, PointColor& color);
   bool append(const PointPosition& position, const PointColor* color);
   void noteDecimals(const char* text, const char* end);
+  bool failLong();  // for a line whose end is not in sight
   bool fail(const char* problem);
 
   PointCloud& cloud_;
