@@ -2,10 +2,11 @@
 
 // The three locks of the system. All are recursive for the thread that holds them, are taken
 // with lock(), tryLock() and unlock(), work with std::lock_guard, and can be neither copied nor
-// moved.
+// moved. All stay in place until the last thread is out of unlock().
 // CriticalSection: the everyday lock. KernelMutex: the same over a mutex of the operating
 // system, for sections that wait long. CountLock: for sections of a few instructions, such as
-// the change of a reference count; never hold it across a call that may wait.
+// the change of a reference count; never hold it across a call that may wait. One atomic
+// operation while nobody else wants it; not fair: who has just left it may be the next to enter.
 
 #include <atomic>
 #include <cstdint>
@@ -89,13 +90,19 @@ class CountLock {
       return;
     }
     owner_.store(0, std::memory_order_release);
+    if (sleepers_.load(std::memory_order_relaxed) != 0) [[unlikely]]
+      wake();
   }
 
  private:
+  bool tryEnter(std::uintptr_t self);
   void waitFor(std::uintptr_t self);
+  void sleepFor(std::uintptr_t self);
+  void wake();
 
-  std::atomic<std::uintptr_t> owner_{0};  // token of the holding thread, 0 while free
-  std::uint32_t depth_ = 0;               // entries beyond the first; guarded by owner_
+  std::atomic<std::uintptr_t> owner_{0};    // token of the holding thread, 0 while free
+  std::uint32_t depth_ = 0;                 // entries beyond the first; guarded by owner_
+  std::atomic<std::uint32_t> sleepers_{0};  // 1 while a thread may sleep until the holder leaves
 };
 
 }  // namespace platform

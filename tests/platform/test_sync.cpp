@@ -106,6 +106,44 @@ TEST(CountLock, NeedsNoConstructionAtStart) {
   lockOfTheProcess.unlock();
 }
 
+// They all sleep while the holder stays, so each must be woken by the one before.
+TEST(CountLock, LetsEachOfManySleepersIn) {
+  platform::CountLock lock;
+  int inside = 0;  // not atomic on purpose
+  std::vector<std::thread> threads;
+  lock.lock();
+  for (int t = 0; t < 6; ++t) {
+    threads.emplace_back([&] {
+      const std::lock_guard guard(lock);
+      ++inside;
+    });
+  }
+  std::this_thread::sleep_for(std::chrono::milliseconds(30));
+  EXPECT_EQ(inside, 0);
+  lock.unlock();
+  for (auto& thread : threads) thread.join();
+  EXPECT_EQ(inside, 6);
+}
+
+// The holder's processor is taken away now and then within a section, as on a busy machine.
+TEST(CountLock, HoldersThatStandStillLoseNoChange) {
+  platform::CountLock lock;
+  int plain = 0;
+  std::vector<std::thread> threads;
+  for (int t = 0; t < 4; ++t) {
+    threads.emplace_back([&] {
+      for (int i = 0; i < 2000; ++i) {
+        const std::lock_guard guard(lock);
+        const int before = plain;
+        if (i % 100 == 0) std::this_thread::sleep_for(std::chrono::microseconds(100));
+        plain = before + 1;
+      }
+    });
+  }
+  for (auto& thread : threads) thread.join();
+  EXPECT_EQ(plain, 8000);
+}
+
 TEST(CountLock, ThreadsAliveHaveDifferentTokens) {
   const auto mine = platform::threadToken();
   EXPECT_NE(mine, 0u);
