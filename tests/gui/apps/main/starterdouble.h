@@ -2,10 +2,13 @@
 
 // Doubles of the services around a start with an application of its own.
 
+#include <string>
+
 #include "interfaces/IMemoryInit.h"
 #include "interfaces/IOroAppStarter.h"
 #include "interfaces/IOroMManager.h"
 #include "interfaces/IOroNetworkService.h"
+#include "orobasictypes/orostring.h"
 #include "tests/gui/apps/main/double.h"
 #include "tests/gui/apps/main/events.h"
 
