@@ -66,18 +66,15 @@ bool KelComponentManager::getComponent(const GUID& componentId, const KelCString
   Group* const group = findGroup(groupName);
   if (group == nullptr) return finish(kOroComponentNotFound);
   IOroComponent* found = nullptr;
-  const int32_t status = provide(*group, componentId, found);
-  if (found != nullptr) {
-    *out = found;
-    auto* const internal = groupName.isEmpty() ? nullptr : oroQuery<IOroCompInternal>(found);
-    if (internal != nullptr) internal->setGroupName(groupName);
-  }
+  const int32_t status = provide(*group, componentId, groupName, found);
+  if (found != nullptr) *out = found;
   return finish(status);
 }
 
 // The component in memory, or loaded now. A library that does not come up is a success without a
 // component; callers test the pointer.
-int32_t KelComponentManager::provide(Group& group, const GUID& componentId, IOroComponent*& found) {
+int32_t KelComponentManager::provide(Group& group, const GUID& componentId,
+                                     const KelCString& groupName, IOroComponent*& found) {
   if (const auto* const entry = group.containers.find(componentId)) {
     found = entry->value->component();
     return kOroComponentDone;
@@ -91,6 +88,8 @@ int32_t KelComponentManager::provide(Group& group, const GUID& componentId, IOro
   }
   group.containers.insert(componentId, entry);
   found = entry->component();
+  auto* const internal = groupName.isEmpty() ? nullptr : oroQuery<IOroCompInternal>(found);
+  if (internal != nullptr) internal->setGroupName(groupName);
   return kOroComponentDone;
 }
 

@@ -76,7 +76,8 @@ class KelComponentManager : public IOroComponentManagerV3,
   bool finish(int32_t status);  // stores the status and tells whether it is success
   Group* findGroup(const KelCString& groupName);
   Group& makeGroup(const KelCString& groupName);
-  int32_t provide(Group& group, const GUID& componentId, IOroComponent*& found);
+  int32_t provide(Group& group, const GUID& componentId, const KelCString& groupName,
+                  IOroComponent*& found);
   static void shutDownGroup(Group& group);
 
   static constexpr uint32_t kDefaultSizes = 99;  // the next size of the prime table is taken

@@ -11,6 +11,6 @@ class IOroCompInternal : public virtual IOroUnknown {
  public:
   static constexpr const char* interfaceName() { return "IOroCompInternal"; }
 
-  // Called each time the component is handed out for a named group, with the same name.
+  // Called once, right after the component was loaded for a named group.
   virtual void setGroupName(const KelCString& name) = 0;
 };

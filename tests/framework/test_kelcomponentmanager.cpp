@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <memory>
 #include <string>
 #include <thread>
 #include <vector>
@@ -282,6 +283,16 @@ TEST_F(Manager, LibraryWithItsSuffixWrittenOutIsLoaded) {
   EXPECT_TRUE(errors_.texts.empty());
 }
 
+TEST_F(Manager, PathThatEndsInADotGetsTheSuffixBehindIt) {
+  OroString path = tests::testLibrary("fw_missing.");
+  manager_->setLibraryPath(kUnknown, KelCString(), path);
+  EXPECT_EQ(component(kUnknown), nullptr);
+  ASSERT_EQ(errors_.texts.size(), 1u);
+  const std::string name =
+      std::string("fw_missing.") + OroString(platform::librarySuffix()).toNarrow() + ";";
+  EXPECT_NE(errors_.texts[0].find(name), std::string::npos) << errors_.texts[0];
+}
+
 TEST_F(Manager, LibraryFindsAnotherBesideIt) {
   constexpr GUID id = testids::makeId(0x0DE50001);
   known(id, "fw_dependent");
@@ -334,11 +345,16 @@ TEST_F(Manager, ManyThreadsLoadALibraryOnce) {
 
 // --- Groups
 
-TEST_F(Manager, ComponentHearsItsGroupEachTimeItIsHandedOut) {
+TEST_F(Manager, ComponentHearsItsGroupOnceWhenItIsLoaded) {
   known(kRecorder, "fw_recorder", "alpha");
   component(kRecorder, "alpha");
   component(kRecorder, "alpha");
-  EXPECT_EQ(journal_.notes, (Notes{"initialise", "group alpha", "group alpha"}));
+  EXPECT_EQ(journal_.notes, (Notes{"initialise", "group alpha"}));
+  manager_->unloadComponent(kRecorder, group("alpha"));
+  component(kRecorder, "alpha");
+  ASSERT_GE(journal_.notes.size(), 2u);
+  EXPECT_EQ(journal_.notes.back(), "group alpha");
+  EXPECT_EQ(*(journal_.notes.end() - 2), "initialise");
 }
 
 TEST_F(Manager, GroupsHaveComponentsOfTheirOwn) {
@@ -382,6 +398,25 @@ TEST_F(Manager, ComponentsEndInTableOrder) {
   }
   manager_->shutDownComponents();
   EXPECT_EQ(order, "1320");
+}
+
+TEST_F(Manager, NamedGroupsAndTheirComponentsHaveSmallTables) {
+  // Three places, for groups and for the components of one: both names and both words share one,
+  // and the newest of a place comes first.
+  std::string order;
+  std::vector<std::unique_ptr<FakeComponent>> components;
+  for (const char* const name : {"a", "d"}) {
+    manager_->setLibraryPath(kUnknown, group(name), OroString("x"));
+    for (const uint32_t word : {1u, 4u}) {
+      components.push_back(std::make_unique<FakeComponent>());
+      const std::string note = name + std::to_string(word) + ";";
+      components.back()->onShutDown = [&order, note] { order += note; };
+      manager_->registerContainer(testids::makeId(word), group(name),
+                                  new FakeContainer(components.back().get()));
+    }
+  }
+  manager_->shutDownComponents();
+  EXPECT_EQ(order, "d4;d1;a4;a1;");
 }
 
 TEST_F(Manager, ComponentsMayComeAndGoWhileTheyEnd) {
