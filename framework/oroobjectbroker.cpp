@@ -35,6 +35,10 @@ void query(IOroUnknown& object, const KelCString& interfaceName, void** out) {
   object.queryInterface(interfaceName.c_str(), out);
 }
 
+// A status is read after the operation that stored it, and another thread may have succeeded since:
+// a failure stays one.
+int32_t statusOfFailure(int32_t read) { return read != kOroBrokerDone ? read : kOroBrokerNoClass; }
+
 // A name to keep: its literal may lie in a library that is unloaded later.
 KelCString owned(const KelCString& name) { return KelCString(name.text()); }
 
@@ -54,7 +58,10 @@ OroObjectBroker::~OroObjectBroker() {
   const bool isProcessBroker = groupName_.isEmpty();
   if (isProcessBroker) brokerlog::close();
   if (groups_ != nullptr) {
-    for (auto& entry : *groups_) delete entry.value;
+    for (auto& entry : *groups_) {
+      delete entry.value;
+      entry.value = nullptr;  // the objects of the next group may still ask for it
+    }
   }
   const auto drop = [](IOroUnknown*& slot) {
     // Out of the table first: the dying object may ask for its own name.
@@ -81,10 +88,12 @@ int32_t OroObjectBroker::finish(int32_t status) {
 int32_t OroObjectBroker::getService(const KelCString& interfaceName, void** out) {
   if (out == nullptr) return finish(kOroBrokerNullArgument);
   const ServiceEntry* const recent = recentService(interfaceName).load(std::memory_order_acquire);
-  if (recent == nullptr || std::strcmp(recent->key.text(), interfaceName.c_str()) != 0) {
-    return findOrMakeService(interfaceName, out);
+  void* answer = nullptr;
+  if (recent != nullptr && std::strcmp(recent->key.text(), interfaceName.c_str()) == 0) {
+    answer = recent->value.answer.load(std::memory_order_relaxed);
   }
-  *out = recent->value.answer.load(std::memory_order_relaxed);
+  if (answer == nullptr) return findOrMakeService(interfaceName, out);
+  *out = answer;
   return finish(kOroBrokerDone);
 }
 
@@ -98,8 +107,8 @@ int32_t OroObjectBroker::findOrMakeService(const KelCString& interfaceName, void
   } else if (const auto* const standard = interfaceToClass_.find(interfaceName)) {
     const GUID classId = standard->value;
     const CreateGuard guard(createLock_);
-    createInstance(classId, interfaceName, out);
-    status = getLastStatus();
+    const bool made = createInstance(classId, interfaceName, out) == 1;
+    status = made ? kOroBrokerDone : statusOfFailure(getLastStatus());
   }
   return finish(*out != nullptr ? kOroBrokerDone : status);
 }
@@ -150,7 +159,7 @@ int32_t OroObjectBroker::create(const GUID& classId, const KelCString& interface
   if (!findComponent(classId, componentId, status)) return status;
   IOroComponent* component = nullptr;
   if (!componentManager_->getComponent(componentId, groupName_, &component)) {
-    status = componentManager_->getLastStatus();
+    status = statusOfFailure(componentManager_->getLastStatus());
     report(KelCString("can't get component from id.", oroGuidText(classId).text()));
     return status;
   }
@@ -291,9 +300,11 @@ int32_t OroObjectBroker::setClassObject(const GUID& classId, IOroUnknown* object
 
 int32_t OroObjectBroker::removeClassObject(const GUID& classId) {
   IOroUnknown* const object = classObject(classId);
-  if (classObjects_ == nullptr || !classObjects_->remove(classId)) return finish(kOroBrokerNoClass);
+  const bool known = classObjects_ != nullptr && classObjects_->remove(classId);
   if (object != nullptr) object->release();
-  return finish(kOroBrokerDone);
+  const int32_t status = known ? kOroBrokerDone : kOroBrokerNoClass;
+  finish(status);
+  return status;
 }
 
 OroObjectBroker* OroObjectBroker::groupBroker(const KelCString& groupName, bool create) {

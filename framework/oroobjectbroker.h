@@ -4,8 +4,9 @@
 // The process has one, made by the application main, which publishes it through oroSetBroker; the
 // brokers of named groups hang below it. It knows no library: the component manager does. Tables
 // are written on the main thread at start; services are then found by any thread without a lock,
-// and objects are made one at a time under the create lock. Where it meets the manager's mutex,
-// the create lock comes first.
+// and objects are made one at a time under the create lock. The first request for a shared service
+// writes a table too: let the main thread make it before others ask. Where it meets the manager's
+// mutex, the create lock comes first.
 #pragma once
 
 #include <array>

@@ -3,7 +3,8 @@
 // One broker serves the process; a named component group has one of its own. Most code meets it
 // through SPtr and oroCreateObject. Objects come back borrowed: the caller takes the reference.
 // A plain abstract class and no IOroUnknown: reference counts change through it.
-// Registering belongs to start-up, on the main thread; the rest may be called by any thread.
+// What changes a table (registering, class objects, the making of a group's broker) belongs to
+// start-up, on the main thread; the rest may be called by any thread.
 #pragma once
 
 #include <cstdint>
@@ -79,7 +80,7 @@ class IOroObjBroker {
   // on it and drops the one on its predecessor. Always 1.
   virtual int32_t setClassObject(const GUID& classId, IOroUnknown* object) = 0;
 
-  // Undoes setClassObject. 0 when nothing was set.
+  // Undoes setClassObject. 1, or kOroBrokerNoClass itself when nothing was set.
   virtual int32_t removeClassObject(const GUID& classId) = 0;
 
   // The creation step of createObject and getService: asks the class's component for the object and

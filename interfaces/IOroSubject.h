@@ -1,6 +1,7 @@
 // IOroSubject: something that tells observers what happens to it; the broker tells its reports.
 //
-// Observers are borrowed: whoever attaches one detaches it before it dies. Main thread.
+// Observers are borrowed: whoever attaches one detaches it before it dies, on the main thread. The
+// thread that notifies calls them.
 #pragma once
 
 #include <cstdint>

@@ -60,6 +60,17 @@ TEST_F(BrokerReports, ClassNameIsRememberedAfterTheClassHasGone) {
             Texts{"no component provides implementation of [" + idText("0xa1") + "] - KelClass"});
 }
 
+TEST_F(BrokerReports, ClassNameIsThatOfTheFirstRegistration) {
+  broker_->registerClass(kClass, kComponent, {}, name("KelFirst"));
+  testing::internal::CaptureStderr();
+  broker_->registerClass(kClass, kComponent, {}, name("KelSecond"));
+  testing::internal::GetCapturedStderr();
+  component_.status = 0;
+  create();
+  EXPECT_EQ(texts().back(), "can't get object of id [KelFirst (" + idText("0xa1") +
+                                ")] in component [" + idText("0xc0") + "]");
+}
+
 TEST_F(BrokerReports, ComponentThatIsNotKnown) {
   provide(1, nullptr);
   manager_.components.clear();

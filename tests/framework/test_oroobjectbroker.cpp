@@ -176,6 +176,20 @@ TEST_F(Broker, SharedObjectOfTheDefaultClassIsPublished) {
   broker_.reset();
 }
 
+TEST_F(Broker, SharedObjectOfTheDefaultClassIsPublishedByItsClassIdToo) {
+  FakeObject object;
+  object.addRef();
+  provide(2, [&] { return &object; });
+  broker_->registerInterface(name(kService), kClass);
+  void* found = nullptr;
+  EXPECT_EQ(broker_->createObject(kClass, name(kService), &found), 1);
+  EXPECT_EQ(object.refCount(), 2);
+  EXPECT_EQ(service(), &object);
+  EXPECT_EQ(broker_->createObject(kClass, name(kService), &found), 1);
+  EXPECT_EQ(component_.requests, 1);
+  broker_.reset();
+}
+
 TEST_F(Broker, NewObjectIsNeverPublished) {
   FakeObject object;
   object.addRef();
@@ -305,6 +319,39 @@ TEST_F(Broker, StatusOfAFailedComponentIsPassedOn) {
   void* found = nullptr;
   EXPECT_EQ(broker_->createObject(kClass, name(kService), &found), 0);
   EXPECT_EQ(broker_->getLastStatus(), 3001);
+}
+
+// Stands for a thread that succeeds between a failure and the reading of its status.
+TEST_F(Broker, FailureStaysOneWhenItsStatusWasOverwritten) {
+  class Interrupted : public OroObjectBroker {
+   public:
+    using OroObjectBroker::OroObjectBroker;
+    int32_t createInstance(const GUID& id, const KelCString& interfaceName, void** out) override {
+      const int32_t result = OroObjectBroker::createInstance(id, interfaceName, out);
+      registerInterface(KelCString("IFakeOther"), id);
+      return result;
+    }
+  };
+  Interrupted broker(&manager_, name("side"));
+  broker.registerInterface(name(kService), kClass);
+  void* found = untouched();
+  EXPECT_EQ(broker.getService(name(kService), &found), 0);
+  EXPECT_EQ(broker.getLastStatus(), 1001);
+  EXPECT_EQ(found, nullptr);
+}
+
+TEST_F(Broker, FailedComponentStaysOneWhenTheManagersStatusWasOverwritten) {
+  class Interrupted : public tests::FakeManager {
+   public:
+    int32_t getLastStatus() override { return 1; }
+  };
+  Interrupted manager;
+  OroObjectBroker broker(&manager, name("side"));
+  broker.registerClass(kClass, kComponent, {}, name("KelClass"));
+  void* found = untouched();
+  EXPECT_EQ(broker.createObject(kClass, name(kService), &found), 0);
+  EXPECT_EQ(broker.getLastStatus(), 1001);
+  EXPECT_EQ(found, untouched());
 }
 
 TEST_F(Broker, ComponentThatDidNotLoadHasNoObject) {
@@ -441,12 +488,13 @@ TEST_F(Broker, SettingTheSameClassObjectAgainKeepsIt) {
 }
 
 TEST_F(Broker, RemovedClassObjectIsReleased) {
-  EXPECT_EQ(broker_->removeClassObject(kClass), 0);
+  EXPECT_EQ(broker_->removeClassObject(kClass), 1001);  // the status itself, unlike the others
   EXPECT_EQ(broker_->getLastStatus(), 1001);
   broker_->setClassObject(kClass, new FakeObject);
   EXPECT_EQ(broker_->removeClassObject(kClass), 1);
+  EXPECT_EQ(broker_->getLastStatus(), 1);
   EXPECT_EQ(FakeObject::alive, 0);
-  EXPECT_EQ(broker_->removeClassObject(kClass), 0);
+  EXPECT_EQ(broker_->removeClassObject(kClass), 1001);
 }
 
 TEST_F(Broker, NullClassObjectIsAnEntryWithoutAnObject) {
@@ -827,6 +875,44 @@ TEST_F(Broker, ServicesDieWithLockAndBrokerTheRestWithout) {
   EXPECT_EQ(FakeObject::alive, 1);
   survivor.releaseNoDestroy();
   EXPECT_EQ(survivor.refCount(), -42);
+}
+
+TEST_F(Broker, DyingServicesAreToldTheTruthAboutTheOthers) {
+  constexpr const char* names[] = {"IFakeService", "FakeObject", "IOroUnknown"};
+  OroObjectBroker& broker = *broker_;
+  int asked = 0;
+  int lies = 0;
+  const auto ask = [&] {
+    for (const char* const each : names) {
+      void* found = untouched();
+      const int32_t result = broker.getService(name(each), &found);
+      ++asked;
+      if (result != (found != nullptr ? 1 : 0)) ++lies;
+    }
+  };
+  for (const char* const each : names) {
+    auto* const object = new FakeObject;
+    object->onDeath = ask;
+    broker_->registerService(name(each), object);
+  }
+  broker_.reset();
+  EXPECT_EQ(asked, 9);
+  EXPECT_EQ(lies, 0);
+}
+
+TEST_F(Broker, GroupThatHasGoneIsNoneToTheNextOne) {
+  OroObjectBroker& broker = *broker_;
+  std::vector<int> living;
+  for (const char* const each : {"a", "b"}) {
+    auto* const object = new FakeObject;
+    object->onDeath = [&] {
+      living.push_back((broker.groupBroker(name("a"), false) != nullptr) +
+                       (broker.groupBroker(name("b"), false) != nullptr));
+    };
+    broker.groupBroker(name(each), true)->registerService(name(kService), object);
+  }
+  broker_.reset();
+  EXPECT_EQ(living, (std::vector<int>{2, 1}));
 }
 
 TEST_F(Broker, GroupsGoBeforeTheProcesssServices) {
