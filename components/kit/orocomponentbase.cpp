@@ -55,5 +55,6 @@ IOroUnknown* OroComponentBase::sharedObject(size_t row) {
 }
 
 void OroComponentBase::setGroupName(const KelCString& name) {
-  if (ownModule_) oroModuleIdentity().groupName = name;
+  // A copy of its own: a literal of another library may go with it.
+  if (ownModule_) oroModuleIdentity().groupName = KelCString(name.text());
 }

@@ -8,8 +8,10 @@
 #include <string>
 
 #include "examples/hello/igreeter.h"
+#include "framework/testaccess.h"
 #include "orobasictypes/oroguid.h"
 #include "orobasictypes/sptr.h"
+#include "tests/framework/fakes.h"
 #include "tests/framework/managerfixture.h"
 #include "tests/testpaths.h"
 
@@ -43,6 +45,16 @@ GUID idAfter(const std::string& lead) {
   return id;
 }
 
+// What a message begins with whose row on the page goes on with `rest`.
+std::string messageLead(const std::string& rest) {
+  const std::string text = page();
+  const size_t row = text.rfind("\n| \"", text.find(rest)) + 4;
+  return text.substr(row, text.find_first_of(".[", row) - row);
+}
+
+constexpr GUID kSecondComponent = testids::makeId(0x5EC00001);
+constexpr GUID kSecondClass = testids::makeId(0x5EC00002);
+
 class Hello : public tests::ManagerFixture {
  protected:
   // What the init server does with the description on the page.
@@ -73,6 +85,30 @@ TEST_F(Hello, FirstRequestLoadsTheLibraryAndLaterOnesFindTheObject) {
   EXPECT_EQ(again.get(), greeter.get());
   EXPECT_EQ(again->greeted(), before + 1);
   EXPECT_STREQ(greeter->getClassName(), "KelGreeter");
+}
+
+TEST_F(Hello, MessagesOfThePageAreTheOnesInUse) {
+  testaccess::resetDuplicateCount();
+  const GUID classId = idAfter("class KelGreeter");
+  testing::internal::CaptureStderr();
+  broker_->registerClass(classId, kSecondComponent, {}, KelCString("KelGreeter"));
+  const std::string printed = testing::internal::GetCapturedStderr();
+  EXPECT_EQ(printed.rfind(messageLead("on standard error"), 0), 0u) << printed;
+
+  tests::FakeObserver observer;
+  tests::FakeObserver last;
+  broker_->attach(&observer);
+  broker_->attach(&last);
+  void* found = nullptr;
+  for (const char* const library : {"absent", "fw_noentry", "fw_version99"}) {
+    known(kSecondComponent, library);
+    broker_->registerClass(kSecondClass, kSecondComponent, {}, KelCString("KelOther"));
+    EXPECT_EQ(broker_->createObject(kSecondClass, KelCString("IGreeter"), &found), 0);
+    ASSERT_FALSE(observer.texts.empty());
+    const std::string lead = messageLead("| The library did not load");
+    EXPECT_EQ(observer.texts.back().rfind(lead, 0), 0u) << observer.texts.back();
+    broker_->unregisterClass(kSecondClass);
+  }
 }
 
 TEST_F(Hello, SilenceValueOfThePageIsTheOneInUse) {

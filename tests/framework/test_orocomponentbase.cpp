@@ -76,6 +76,14 @@ TEST_F(ComponentBase, SecondComponentOfTheModuleKnowsItsGroupToo) {
   EXPECT_STREQ(oroModuleIdentity().groupName.text(), "beta");
 }
 
+TEST_F(ComponentBase, NameOfTheGroupIsKeptAsACopy) {
+  component_.initialise(&broker_);
+  char text[] = "alpha";
+  component_.setGroupName(KelCString::borrow(text));
+  text[0] = 'x';
+  EXPECT_STREQ(oroModuleIdentity().groupName.text(), "alpha");
+}
+
 TEST_F(ComponentBase, EndIsToldOnceAndOnlyAfterAStart) {
   component_.shutDown();
   EXPECT_EQ(stopping, 0);
