@@ -89,6 +89,10 @@ void KelCString::adopt(char* text, int32_t capacity) noexcept {
   capacity_ = capacity;
 }
 
+bool KelCString::holds(const char* text) const noexcept {
+  return capacity_ > 0 && !std::less<>()(text, text_) && std::less<>()(text, text_ + capacity_);
+}
+
 KelCString::KelCString(const char* text) {
   if (text != nullptr) text_ = joined(capacity_, viewOf(text));
 }
@@ -162,6 +166,7 @@ KelCString& KelCString::operator=(const KelCString& other) {
 
 KelCString& KelCString::operator=(KelCString&& other) noexcept {
   if (this == &other) return *this;
+  if (holds(other.text_)) return *this = KelCString(other.text());  // it borrows what is freed here
   adopt(other.text_, other.capacity_);
   other.text_ = nullptr;
   other.capacity_ = 0;
@@ -218,11 +223,8 @@ KelCString& KelCString::assignList(const char* const* list) {
     reset();
     return *this;
   }
-  const auto lies = [this](const char* part) {
-    return !std::less<>()(part, text_) && std::less<>()(part, text_ + capacity_);
-  };
   bool reuse = capacity_ > 0 && size == static_cast<size_t>(length());
-  for (const char* const* part = list; reuse && *part != nullptr; ++part) reuse = !lies(*part);
+  for (const char* const* part = list; reuse && *part != nullptr; ++part) reuse = !holds(*part);
   if (reuse) {
     copyList(list, text_);
   } else {
@@ -316,15 +318,15 @@ int KelCString::find(char character, int start) const {
 }
 
 int KelCString::find(const char* part, int start) const {
-  const int wanted = static_cast<int>(viewOf(part).size());
-  const int room = length() - wanted;
-  if (room < 0) return -1;
+  const size_t size = viewOf(text_).size();
+  const size_t wanted = viewOf(part).size();
+  if (wanted > size) return -1;
   if (wanted == 0) return 0;
   if (start < 0) {
     kelAssertFail("start >= 0", sourceName, __LINE__);
     return -1;
   }
-  if (start > room) return -1;
+  if (static_cast<size_t>(start) > size - wanted) return -1;
   return position(text_, std::strstr(text_ + start, part));
 }
 

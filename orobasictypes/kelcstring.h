@@ -124,7 +124,8 @@ class KelCString {
  private:
   // Takes values, so that a borrowed string need not live in memory.
   static void freeOwned(char* text, int32_t capacity) noexcept;
-  void reset() noexcept;  // frees and nulls
+  void reset() noexcept;                        // frees and nulls
+  bool holds(const char* text) const noexcept;  // in the own buffer
   void adopt(char* text, int32_t capacity) noexcept;
 
   char* text_ = nullptr;  // terminated; never written while capacity_ is below 1

@@ -18,6 +18,7 @@ bool maybeInNumber(char16_t unit) {
 
 OroAsciiHead::OroAsciiHead(std::u16string_view text) {
   while (!text.empty() && oronumbers::isBlank(text.front())) text.remove_prefix(1);
+  text = text.substr(0, INT32_MAX);  // what no block can hold ends as exhaustion
   const auto end = std::find_if_not(text.begin(), text.end(), maybeInNumber);
   length_ = static_cast<size_t>(end - text.begin());
   if (length_ > sizeof local_) {

@@ -198,13 +198,14 @@ OroString& OroString::operator=(const OroString& other) {
   if (other.textCapacity_ > 0) {
     assignJoined({viewOf(other)});
   } else {
-    adopt(other.text_, 0);
+    assign(other.text_, 0);
   }
   return *this;
 }
 
 OroString& OroString::operator=(OroString&& other) noexcept {
   if (this == &other) return *this;
+  if (holds(other.text_)) other.makeOwned();  // what it borrows from is freed here
   freeBuffers();
   takeFields(other);
   return *this;
@@ -212,10 +213,14 @@ OroString& OroString::operator=(OroString&& other) noexcept {
 
 void OroString::assign(const OroString& other) { *this = other; }
 
+bool OroString::holds(const char16_t* text) const {
+  return textCapacity_ > 0 && !std::less<>()(text, text_) &&
+         std::less<>()(text, text_ + static_cast<size_t>(textCapacity_) / sizeof(char16_t));
+}
+
+// Borrows, but not from the own buffer, which is freed here.
 void OroString::assign(const char16_t* text, int count) {
-  const bool inside = textCapacity_ > 0 && !std::less<>()(text, text_) &&
-                      std::less<>()(text, text_ + textCapacity_ / sizeof(char16_t));
-  if (text == nullptr || (count == 0 && !inside)) {
+  if (text == nullptr || (count == 0 && !holds(text))) {
     adopt(const_cast<char16_t*>(text), 0);
   } else {
     const size_t limit = count < 1 ? SIZE_MAX : static_cast<size_t>(count);

@@ -173,6 +173,7 @@ class OroString {
   char16_t* growBy(size_t units);
   char* newNarrow(size_t bytes) const;
   bool isInside(int index) const;
+  bool holds(const char16_t* text) const;  // in the own buffer
 
   char16_t* text_ = nullptr;            // terminated, or null
   int32_t textCapacity_ = 0;            // bytes as the pool reported them; below 1: borrowed

@@ -257,7 +257,18 @@ TEST(KelCString, AssignedFromItsOwnMiddle) {
   EXPECT_EQ(bytes(whole), "bcdef");
 }
 
-TEST(KelCString, AssignedFromALists) {
+TEST(KelCString, AssignedFromATextThatBorrowsItsOwnMiddle) {
+  KelCString text("abcdef");
+  const KelCString part = KelCString::borrow(text.text() + 2);
+  text = part;
+  EXPECT_EQ(bytes(text), "cdef");
+  EXPECT_GT(text.capacity(), 0);
+  text = KelCString::borrow(text.text() + 1);
+  EXPECT_EQ(bytes(text), "def");
+  EXPECT_GT(text.capacity(), 0);
+}
+
+TEST(KelCString, AssignedFromAList) {
   KelCString text("abcd");
   const char* const buffer = text.text();
   const char* const sameLength[] = {"wx", "yz", nullptr};
@@ -504,12 +515,16 @@ TEST_F(KelCStringAssertions, FindsParts) {
   EXPECT_EQ(text.find("bc", 2), 4);
   EXPECT_EQ(text.find("bc", 5), -1);
   EXPECT_EQ(text.find("bc", 99), -1);
+  EXPECT_EQ(text.find("bc", 4), 4) << "the last place where it fits";
+  EXPECT_EQ(text.find("bc", INT32_MAX), -1);
   EXPECT_EQ(text.find("abcabcd", -1), -1) << "too long comes first";
   EXPECT_EQ(text.find("", -1), 0) << "then the empty part";
   EXPECT_EQ(text.find("", 4), 0);
   EXPECT_EQ(text.find(nullptr, 4), 0);
   EXPECT_EQ(KelCString().find("", 0), 0);
   EXPECT_EQ(KelCString().find("a", 0), -1);
+  EXPECT_EQ(KelCString().find("a", -1), -1);
+  EXPECT_EQ(borrowed("").find("", -1), 0);
   EXPECT_TRUE(seen_.empty());
 }
 

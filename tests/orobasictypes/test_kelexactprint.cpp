@@ -59,7 +59,7 @@ TEST(KelExactPrint, ThrowsWhereFewerDigitsRoundToInfinity) {
   EXPECT_EQ(exact(1.4e308), "1.4e+308");
 }
 
-// The rule as it is told, over a standard stream in the classic locale.
+// The plain way, over a standard stream in the classic locale.
 template <class T, class Int>
 std::string byStream(T value, int precision) {
   if (value >= -std::ldexp(T(1), std::numeric_limits<Int>::digits) &&

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cwctype>
+#include <limits>
 #include <random>
 #include <sstream>
 #include <string>
@@ -139,6 +140,8 @@ TEST_F(OroStringTest, RealsTakeTheExponentFormAboveTenToTheTen) {
   EXPECT_EQ(units(OroString(1e11)), u"1.000000e+11");
   EXPECT_EQ(units(OroString(-1e11)), u"-1.000000e+11");
   EXPECT_EQ(units(OroString(1e-11)), u"0.000000");
+  EXPECT_EQ(units(OroString(-std::numeric_limits<double>::infinity())), u"-inf");
+  EXPECT_TRUE(units(OroString(std::numeric_limits<double>::quiet_NaN())).ends_with(u"nan"));
 }
 
 // Copying and moving.
@@ -257,6 +260,17 @@ TEST_F(OroStringTest, AssignedFromItsOwnMiddle) {
   EXPECT_EQ(units(text), u"cde");
   text.assign(text.text() + 1, 0);
   EXPECT_EQ(units(text), u"de") << "its own buffer cannot be borrowed";
+  EXPECT_GT(text.textCapacity(), 0);
+}
+
+TEST_F(OroStringTest, AssignedFromATextThatBorrowsItsOwnMiddle) {
+  OroString text(u"abcdef");
+  const OroString part(text.text() + 2, 0);
+  text = part;
+  EXPECT_EQ(units(text), u"cdef");
+  EXPECT_GT(text.textCapacity(), 0);
+  text = OroString(text.text() + 1, 0);
+  EXPECT_EQ(units(text), u"def");
   EXPECT_GT(text.textCapacity(), 0);
 }
 

@@ -75,6 +75,8 @@ TEST_F(OroStringEditing, AppendsItself) {
   EXPECT_EQ(units(roomy), u"xxxx");
   roomy.appendAt(roomy, 0);
   EXPECT_EQ(units(roomy), u"xxxxx");
+  text.append(text.toNarrow());
+  EXPECT_EQ(units(text), u"abcabcabcabc");
 }
 
 TEST_F(OroStringEditing, TruncatingLeavesABorrowedTextAlone) {

@@ -34,6 +34,7 @@ TEST(OroStringFormat, LettersOfReals) {
   EXPECT_EQ(units(OroString(1234.5, format(".6", true))), u"1234.5");
   EXPECT_EQ(units(OroString(1e11, format("", true))), u"1e+11");
   EXPECT_EQ(units(OroString(0.0, format("", true, true))), u"0.000000e+00");
+  EXPECT_EQ(units(OroString(std::numeric_limits<double>::infinity(), format("8.3"))), u"     inf");
 }
 
 TEST(OroStringFormat, TextsOfAnyLengthFit) {

@@ -50,7 +50,7 @@ TEST(OroUnits, WidensEveryByteWithItsSign) {
   }
 }
 
-// Byte by byte, as the rule is told.
+// Byte by byte, with no thought of speed.
 std::optional<std::u16string> decodeSlowly(const std::string& text) {
   std::u16string units;
   for (size_t i = 0; i < text.size();) {
