@@ -23,7 +23,7 @@ class OroArray {
  public:
   OroArray() = default;
   // With room for the elements 0 to capacity - 1; none is an item yet.
-  explicit OroArray(int32_t capacity) { reserve(capacity); }
+  explicit OroArray(int32_t capacity) { moveTo(capacity); }
   OroArray(const OroArray& other);
   OroArray(OroArray&& other) noexcept { swap(other); }
   OroArray& operator=(const OroArray& other) {
@@ -45,7 +45,7 @@ class OroArray {
   // Element i, made when it does not exist yet. A negative index gives element 0.
   T& operator[](int32_t i) {
     i = std::max(i, 0);
-    if (i >= capacity_) reserve(i + 1);
+    if (i >= capacity_) reserve(int64_t{i} + 1);
     return elements_[i];
   }
   // Requires: 0 <= i < capacity().
@@ -73,10 +73,11 @@ class OroArray {
   // Moves the last index alone; elements beyond it stay as they are. Below 0 counts as 0.
   void setCount(int32_t count) {
     count_ = std::max(count, 0);
-    if (count_ > 0 && count_ >= capacity_) reserve(count_ + 1);
+    if (count_ > 0 && count_ >= capacity_) reserve(int64_t{count_} + 1);
   }
-  // Room for `needed` elements at least, by the rule of kelGrowSize. New elements are T().
-  void reserve(int32_t needed);
+  // Room for `needed` elements at least, by the rule of kelGrowSize. New elements are T(). More
+  // than an index can name are exhaustion.
+  void reserve(int64_t needed);
   // Destroys all elements and gives the storage back.
   void clear() { OroArray().swap(*this); }
   void swap(OroArray& other) noexcept {
@@ -86,6 +87,7 @@ class OroArray {
   }
 
  private:
+  void moveTo(int32_t capacity);  // a block of that many elements; smaller ones: nothing
   void free() {
     for (int32_t i = 0; i < capacity_; ++i) elements_[i].~T();
     kelFree(elements_);
@@ -98,15 +100,15 @@ class OroArray {
 
 template <class T>
 OroArray<T>::OroArray(const OroArray& other) {
-  reserve(other.capacity_);
-  for (int32_t i = 0; i < other.capacity_; ++i) elements_[i] = other.elements_[i];
+  moveTo(other.capacity_);
+  for (int32_t i = 0; i < other.capacity_; ++i) elements_[i] = T(other.elements_[i]);
   count_ = other.count_;
 }
 
 template <class T>
 void OroArray<T>::insert(int32_t i, T value) {
   i = std::clamp(i, 1, count_ + 1);
-  reserve(count_ + 2);
+  reserve(int64_t{count_} + 2);
   for (int32_t to = ++count_; to > i; --to) elements_[to] = std::move(elements_[to - 1]);
   elements_[i] = std::move(value);
 }
@@ -119,15 +121,21 @@ void OroArray<T>::remove(int32_t i) {
 }
 
 template <class T>
-void OroArray<T>::reserve(int32_t needed) {
-  static_assert(alignof(T) <= alignof(std::max_align_t));
+void OroArray<T>::reserve(int64_t needed) {
   if (needed <= capacity_) return;
-  const int32_t size = kelGrowSize(capacity_, needed);
+  if (needed > INT32_MAX) kelOutOfMemory(needed * int64_t{sizeof(T)});
+  moveTo(kelGrowSize(capacity_, static_cast<int32_t>(needed)));
+}
+
+template <class T>
+void OroArray<T>::moveTo(int32_t capacity) {
+  static_assert(alignof(T) <= alignof(std::max_align_t));
+  if (capacity <= capacity_) return;
   T* elements = nullptr;
-  kelMalloc(elements, sizeof(T), size);
+  kelMalloc(elements, sizeof(T), capacity);
   for (int32_t i = 0; i < capacity_; ++i) new (&elements[i]) T(std::move(elements_[i]));
-  for (int32_t i = capacity_; i < size; ++i) new (&elements[i]) T();
+  for (int32_t i = capacity_; i < capacity; ++i) new (&elements[i]) T();
   free();
   elements_ = elements;
-  capacity_ = size;
+  capacity_ = capacity;
 }

@@ -258,19 +258,21 @@ bool OroPath::makeDirectory(bool recursive) const {
 
 // Climbs until something can be made or exists, then makes what was passed on the way, downwards.
 bool OroPath::makeMissingDirectories() const {
-  OroArray<OroPath> missing(directoryStack);
+  OroArray<int32_t> missing(directoryStack);  // lengths: each is a front of this path
   OroPath current(*this);
   OroPath previous;
   while (current.differsIgnoringCase(previous)) {
     if (current.makeDirectory(false)) break;
-    missing.add(current);
+    missing.add(current.length());
     previous = current;
     current = current.parent();
   }
   // The top is what parent() could not reduce any further.
   if (!current.differsIgnoringCase(previous)) missing.pop();
   bool made = true;
-  for (; made && !missing.isEmpty(); missing.pop()) made = missing.last().makeDirectory(false);
+  for (; made && !missing.isEmpty(); missing.pop()) {
+    made = unnormalized(left(missing.last())).makeDirectory(false);
+  }
   return made;
 }
 

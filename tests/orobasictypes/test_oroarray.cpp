@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/hooks.h"
+#include "platform/process.h"
 #include "tests/support/fakeheap.h"
 
 namespace {
@@ -57,7 +59,11 @@ TEST(OroArray, NegativeIndexIsElementZero) {
 
 TEST(OroArray, GrowsByDoublingFromTheCapacityGiven) {
   OroArray<int32_t> array(3);
-  EXPECT_EQ(array.capacity(), 4);
+  EXPECT_EQ(array.capacity(), 3);
+  array[3] = 1;
+  EXPECT_EQ(array.capacity(), 6);
+  EXPECT_EQ(OroArray<int32_t>(0).capacity(), 0);
+  EXPECT_EQ(OroArray<int32_t>(-1).capacity(), 0);
   OroArray<int32_t> exact;
   exact.reserve(21);
   EXPECT_EQ(exact.capacity(), 32);
@@ -65,6 +71,20 @@ TEST(OroArray, GrowsByDoublingFromTheCapacityGiven) {
   EXPECT_EQ(exact.capacity(), 64);
   for (int32_t i = 1; i <= 40; ++i) EXPECT_EQ(exact[i], i);
   EXPECT_EQ(exact[63], 0);
+}
+
+TEST(OroArray, IndexesThatNoBlockCanHoldEndAsExhaustion) {
+  struct Ended {};
+  tests::FakeHeap heap;  // refuses what no heap can give
+  const platform::HookGuard guard(
+      platform::endProcessHook, +[](int) { throw Ended(); });
+  TextArray array;
+  for (const int32_t index : {INT32_MAX, INT32_MAX - 1, 1 << 30}) {
+    EXPECT_THROW(array[index], Ended) << index;
+  }
+  EXPECT_EQ(array.capacity(), 0);
+  TextArray counted;
+  EXPECT_THROW(counted.setCount(INT32_MAX), Ended);
 }
 
 TEST(OroArray, CountCanBeSetBackAndForth) {

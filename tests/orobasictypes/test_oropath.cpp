@@ -2,13 +2,16 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
+#include <algorithm>
+#include <cstdlib>
+#include <map>
 #include <random>
 #include <string>
 #include <type_traits>
 
 #include "interfaces/IOroDirService.h"
 #include "orobasictypes/kelcstring.h"
+#include "orobasictypes/kelrealloc.h"
 #include "orobasictypes/orooffers.h"
 #include "orobasictypes/testaccess.h"
 #include "platform/files.h"
@@ -319,6 +322,41 @@ TEST(OroPath, RandomTextsBecomeCanonicalOnce) {
   }
 }
 
+// The most bytes that stood in blocks made during its life at one time. One at a time.
+class HeldBytes {
+ public:
+  HeldBytes() : before_(kelHeapCalls) {
+    sizes.clear();
+    held = most = 0;
+    kelHeapCalls.allocate = [](size_t size) {
+      void* const block = std::malloc(size);
+      sizes[block] = size;
+      held += size;
+      most = std::max(most, held);
+      return block;
+    };
+    kelHeapCalls.release = [](void* block) {
+      if (const auto found = sizes.find(block); found != sizes.end()) {
+        held -= found->second;
+        sizes.erase(found);
+      }
+      std::free(block);
+    };
+  }
+  ~HeldBytes() { kelHeapCalls = before_; }
+  HeldBytes(const HeldBytes&) = delete;
+  HeldBytes& operator=(const HeldBytes&) = delete;
+
+  size_t now() const { return held; }
+  size_t atMost() const { return most; }
+
+ private:
+  static inline std::map<void*, size_t> sizes;
+  static inline size_t held;
+  static inline size_t most;
+  const KelHeapCalls before_;
+};
+
 // With the file system. The current directory goes back where it was.
 
 class OroPathOnDisk : public testing::Test {
@@ -368,6 +406,20 @@ TEST_F(OroPathOnDisk, MakesMissingParents) {
   for (int i = 0; i < 30; ++i) deeper.append("d");
   EXPECT_TRUE(deeper.makeDirectory(true)) << "more than the stack holds to begin with";
   EXPECT_TRUE(isDirectory(deeper));
+}
+
+TEST_F(OroPathOnDisk, ALongClimbHoldsOnePathAtATime) {
+  const OroPath file = root_.joined("file");
+  std::FILE* const stream = platform::openFile(file.wideText(), "wb");
+  ASSERT_NE(stream, nullptr);
+  std::fclose(stream);
+  std::u16string deep = units(file);
+  for (int i = 0; i < 1000; ++i) deep += u"\\d";
+  const OroPath made{owned(deep)};
+  const HeldBytes bytes;
+  EXPECT_FALSE(made.makeDirectory(true));
+  EXPECT_EQ(bytes.now(), 0u);
+  EXPECT_LT(bytes.atMost(), 100000u);
 }
 
 TEST_F(OroPathOnDisk, MakesRelativeDirectories) {
@@ -422,6 +474,21 @@ TEST_F(OroPathOnDisk, AClimbBeyondTheRootStaysThere) {
   changed.OroString::append("a");
   changed.makeAbsolute();
   EXPECT_TRUE(units(changed) == u"\\a" || units(changed) == u".\\a") << changed;
+}
+
+TEST_F(OroPathOnDisk, ACurrentDirectoryOf255UnitsCounts) {
+  enter(root_);
+  const std::u16string here = platform::currentDirectory(1 << 15);
+  ASSERT_LT(here.size(), 250u) << "the temporary folder's path is too long for this test";
+  for (const size_t length : {255u, 256u}) {
+    const OroPath named =
+        OroPath{owned(here)}.joined(owned(std::u16string(length - here.size() - 1, u'n')));
+    ASSERT_TRUE(named.makeDirectory(false));
+    enter(named);
+    OroPath changed = path(u"a");
+    changed.makeAbsolute();
+    EXPECT_EQ(changed.isAbsolute(), length == 255);
+  }
 }
 
 TEST_F(OroPathOnDisk, ACurrentDirectoryThatIsTooLongCountsAsNone) {
