@@ -15,6 +15,14 @@ constexpr int32_t kMostDateAndTime = 3;
 // The settings document is named by these; the settings store reads them itself.
 constexpr const char16_t* kPassedOver[] = {u"-inifile=", u"-ini_out="};
 
+bool isPassedOver(const OroString& argument) {
+  for (const char16_t* prefix : kPassedOver) {
+    const OroString head(prefix);
+    if (argument.startsWith(head, head.length())) return true;
+  }
+  return false;
+}
+
 }  // namespace
 
 struct CommandLine::Option {
@@ -55,19 +63,14 @@ bool CommandLine::parse(int32_t argc, const OroString* argv) {
   errorText_ = OroString::empty();
   for (int32_t i = 1; i < argc; ++i) {
     const OroString name = oroArgumentText(argv[i]);
-    bool passedOver = false;
-    for (const char16_t* prefix : kPassedOver) {
-      const OroString head(prefix);
-      passedOver = passedOver || name.startsWith(head, head.length());
-    }
-    if (passedOver) continue;
+    if (isPassedOver(name)) continue;
     const Option* option = findOption(name);
     if (option == nullptr) return refuse("Unknown option: %1", name);
     OroString value;
     if (option->value != Value::none) {
       const bool present = i + 1 < argc;
       if (present) value = oroArgumentText(argv[++i]);
-      if (!present || findOption(value) != nullptr) {
+      if (!present || isPassedOver(value) || findOption(value) != nullptr) {
         return refuse("The option %1 needs a value", name);
       }
     }

@@ -64,20 +64,22 @@ bool KelInitServer::readDescription(int32_t) {
 bool KelInitServer::apply(const ApplicationDescription& description, const OroPath& directory) {
   IOroObjBroker* broker = oroBroker();
   if (broker == nullptr || registration_ == nullptr) return false;
+  auto* loader = oroQuery<IOroComponentLoader>(broker->componentManager());
+  if (loader == nullptr) return false;
   setRegistryValues(description);
-  for (const auto& entry : description.components) applyComponent(entry, directory, *broker);
-  runInitializers(description);
+  for (const auto& entry : description.components) {
+    loader->registerComponent(directory.joined(entry.library.c_str()), entry.id, narrow(entry.name),
+                              narrow(entry.group));
+    registerClasses(entry, *broker);
+  }
+  runInitializers(description, *broker);
   return true;
 }
 
-void KelInitServer::applyComponent(const ApplicationDescription::ComponentEntry& entry,
-                                   const OroPath& directory, IOroObjBroker& broker) {
-  const KelCString group = narrow(entry.group);
-  IOroObjBroker* owner = broker.groupBroker(group, true);
-  auto* loader = oroQuery<IOroComponentLoader>(broker.componentManager());
-  if (owner == nullptr || loader == nullptr) return;
-  const OroPath library = directory.joined(entry.library.c_str());
-  loader->registerComponent(library, entry.id, narrow(entry.name), group);
+void KelInitServer::registerClasses(const ApplicationDescription::ComponentEntry& entry,
+                                    IOroObjBroker& broker) {
+  IOroObjBroker* owner = broker.groupBroker(narrow(entry.group), true);
+  if (owner == nullptr) return;
   IOroClassRegistration* classes = entry.group.empty() ? registration_ : owner->classRegistration();
   for (const auto& described : entry.classes) {
     KelCStringSet tags;
@@ -99,12 +101,15 @@ void KelInitServer::setRegistryValues(const ApplicationDescription& description)
 }
 
 // An object that cannot be had was reported by the loader or the broker; the start goes on.
-void KelInitServer::runInitializers(const ApplicationDescription& description) {
+void KelInitServer::runInitializers(const ApplicationDescription& description,
+                                    IOroObjBroker& broker) {
+  const KelCString wanted = KelCString::borrow(IOroInitializer::interfaceName());
   for (const auto& component : description.components) {
+    IOroObjBroker* owner = broker.groupBroker(narrow(component.group), true);
     for (const auto& entry : component.classes) {
-      if (!entry.initializer) continue;
+      if (!entry.initializer || owner == nullptr) continue;
       void* found = nullptr;
-      oroCreateObject(entry.id, KelCString::borrow(IOroInitializer::interfaceName()), &found);
+      owner->createObject(entry.id, wanted, &found);
       IPtr<IOroInitializer> initializer(static_cast<IOroInitializer*>(found));
       if (initializer) initializer->initialize();
     }

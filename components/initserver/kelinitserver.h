@@ -28,10 +28,9 @@ class KelInitServer : public IKelInitServer {
 
  private:
   bool apply(const ApplicationDescription& description, const OroPath& directory);
-  void applyComponent(const ApplicationDescription::ComponentEntry& entry, const OroPath& directory,
-                      IOroObjBroker& broker);
+  void registerClasses(const ApplicationDescription::ComponentEntry& entry, IOroObjBroker& broker);
   static void setRegistryValues(const ApplicationDescription& description);
-  static void runInitializers(const ApplicationDescription& description);
+  static void runInitializers(const ApplicationDescription& description, IOroObjBroker& broker);
 
   IOroClassRegistration* registration_ = nullptr;  // of the process, not counted
 };

@@ -19,9 +19,9 @@
 
 namespace tests {
 
-/// Where a child's standard output leads; its other streams stay as they are.
+/// Where a child's standard output or standard error leads.
 enum class ChildOutput {
-  captured,  ///< to ChildResult::output
+  captured,  ///< to ChildResult::output or ChildResult::errors
   unread,    ///< to a pipe whose reader has gone
   none,      ///< the child is started without one
 };
@@ -34,6 +34,7 @@ struct Child {
   std::filesystem::path directory = {};  ///< current directory; empty: that of the test
   int seconds = 60;                      ///< time limit
   ChildOutput outputTo = ChildOutput::captured;
+  ChildOutput errorsTo = ChildOutput::captured;
 };
 
 struct ChildResult {

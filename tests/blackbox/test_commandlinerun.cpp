@@ -67,15 +67,19 @@ TEST_F(CommandLineRun, RecordsOnStandardOutput) {
 }
 
 TEST_F(CommandLineRun, GoesOnWhenNobodyReadsItsRecords) {
-  for (const auto output : {tests::ChildOutput::unread, tests::ChildOutput::none}) {
-    std::filesystem::remove(folder_.file("out.xyz"));
-    tests::Child child{tests::cowlProgram(),
-                       {"-input", "in.xyz", "-output", "out.xyz", "-logfile", "stdout"},
-                       {},
-                       folder_.path()};
-    child.outputTo = output;
-    EXPECT_EQ(tests::runChild(child).exitCode, 1);
-    EXPECT_EQ(plainLines(folder_.read("out.xyz")), kPoints) << "no record in it";
+  for (const char* stream : {"stdout", "stderr"}) {
+    for (const auto where : {tests::ChildOutput::unread, tests::ChildOutput::none}) {
+      std::filesystem::remove(folder_.file("out.xyz"));
+      tests::Child child{tests::cowlProgram(),
+                         {"-input", "in.xyz", "-output", "out.xyz", "-logfile", stream},
+                         {},
+                         folder_.path()};
+      (stream == std::string("stdout") ? child.outputTo : child.errorsTo) = where;
+      const ChildResult result = tests::runChild(child);
+      EXPECT_EQ(result.exitCode, 1) << stream;
+      EXPECT_EQ(result.output + result.errors, "") << stream;
+      EXPECT_EQ(plainLines(folder_.read("out.xyz")), kPoints) << "no record in it";
+    }
   }
 }
 

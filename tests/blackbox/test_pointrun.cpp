@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -209,6 +210,21 @@ TEST_F(PointRun, WithoutTheCommandLineLibraryTheOptionsAreNotRead) {
   EXPECT_FALSE(fs::exists(folder_.file("out.xyz")));
 }
 
+TEST_F(PointRun, ARefusedCommandLineThatNobodyEndsIsAFailedAssertion) {
+  const fs::path description = copyProduct() / "cowl.description";
+  std::ifstream file(description, std::ios::binary);
+  std::string text{std::istreambuf_iterator<char>(file), {}};
+  file.close();
+  const std::string line = "default IExitService";
+  const size_t place = text.find(line);
+  ASSERT_NE(place, std::string::npos);
+  std::ofstream(description, std::ios::binary) << text.erase(place, line.size());
+  const auto result = run({"-nonsense"});
+  EXPECT_EQ(tests::plainLines(result.errors).rfind("ERROR:\nUnknown option: -nonsense\n", 0), 0u)
+      << result.errors;
+  EXPECT_EQ(result.exitCode, 255);
+}
+
 TEST_F(PointRun, ADamagedDescriptionIsOneErrorWithItsLine) {
   const fs::path description = copyProduct() / "cowl.description";
   std::ofstream(description, std::ios::binary | std::ios::app) << "nonsense here\n";
@@ -228,6 +244,8 @@ TEST_F(PointRun, AMissingDescriptionIsOneError) {
   const auto result = run({});
   EXPECT_NE(result.errors.find("Cannot read the application description "), std::string::npos)
       << result.errors;
+  EXPECT_EQ(result.errors.find("ERROR:"), 0u);
+  EXPECT_EQ(result.errors.find("ERROR:", 1), std::string::npos) << result.errors;
   EXPECT_EQ(result.exitCode, 1);
 }
 

@@ -84,8 +84,10 @@ TEST_F(CommandLineTest, RefusesAnUnknownOptionByItsName) {
 TEST_F(CommandLineTest, RefusesAMissingValue) {
   EXPECT_FALSE(parse({"-input"}));
   EXPECT_EQ(error(), "The option -input needs a value");
-  EXPECT_FALSE(parse({"-input", "-output", "x"}));
-  EXPECT_EQ(error(), "The option -input needs a value");
+  for (const char* option : {"-output", "-batch", "-inifile=x", "-ini_out=x"}) {
+    EXPECT_FALSE(parse({"-input", option, "x"})) << option;
+    EXPECT_EQ(error(), "The option -input needs a value") << option;
+  }
 }
 
 TEST_F(CommandLineTest, RefusesAValueOutsideItsRange) {

@@ -21,13 +21,6 @@
 
 namespace {
 
-// What errorText() may say. The leading blank is kept; callers compare the texts.
-constexpr const char* kNoError = "No Error";
-constexpr const char* kInitServerFailed = "Init server load failed";
-constexpr const char* kDescriptionFailed = " Application description read failed";
-constexpr const char* kStarterMissing = "Application object not found";
-constexpr const char* kStartFailed = "Application start failed";
-
 // Whether a script's error decides the result of a run. An application of its own has shown the
 // error to its user; only where the run was to end with the script it counts there too.
 bool scriptErrorCounts(bool hasStarter) {

@@ -12,6 +12,16 @@ class IOroAppStarter;
 
 class OroAppMain : public IOroAppMainV2 {
  public:
+  // What errorText() may say, leading blank included; callers compare the texts. The two of whole
+  // phases are reserved for them: a phase that fails says one of the finer ones.
+  static constexpr const char* kNoError = "No Error";
+  static constexpr const char* kInitEssentialFailed = "InitEssential failed";
+  static constexpr const char* kInitConfigurableFailed = "InitConfigurable failed";
+  static constexpr const char* kInitServerFailed = "Init server load failed";
+  static constexpr const char* kDescriptionFailed = " Application description read failed";
+  static constexpr const char* kStarterMissing = "Application object not found";
+  static constexpr const char* kStartFailed = "Application start failed";
+
   OroAppMain();
   ~OroAppMain() override;
   OroAppMain(const OroAppMain&) = delete;

@@ -42,20 +42,20 @@ void redirect(const char* file, int flags, int descriptor) {
   }
 }
 
-void directOutput(ChildOutput where, const char* file) {
+void directOutput(ChildOutput where, const char* file, int descriptor) {
   int ends[2] = {};
   switch (where) {
     case ChildOutput::captured:
-      redirect(file, O_WRONLY | O_CREAT | O_TRUNC, 1);
+      redirect(file, O_WRONLY | O_CREAT | O_TRUNC, descriptor);
       break;
     case ChildOutput::unread:
       if (pipe(ends) != 0) break;
-      dup2(ends[1], 1);
+      dup2(ends[1], descriptor);
       ::close(ends[0]);
       ::close(ends[1]);
       break;
     case ChildOutput::none:
-      ::close(1);
+      ::close(descriptor);
       break;
   }
 }
@@ -91,8 +91,8 @@ void runToFiles(const Child& child, const std::filesystem::path& output,
   if (process == 0) {
     setpgid(0, 0);
     redirect("/dev/null", O_RDONLY, 0);
-    directOutput(child.outputTo, output.c_str());
-    redirect(errors.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 2);
+    directOutput(child.outputTo, output.c_str(), 1);
+    directOutput(child.errorsTo, errors.c_str(), 2);
     if (child.directory.empty() || chdir(child.directory.c_str()) == 0) {
       execve(arguments[0].c_str(), argumentPointers.data(), environmentPointers.data());
     }

@@ -54,9 +54,9 @@ HANDLE openInherited(const std::wstring& file, DWORD access, DWORD disposition) 
                      disposition, 0, nullptr);
 }
 
-HANDLE outputOf(const Child& child, const std::filesystem::path& file) {
-  if (child.outputTo == ChildOutput::none) return nullptr;
-  if (child.outputTo == ChildOutput::captured) {
+HANDLE openOutput(ChildOutput where, const std::filesystem::path& file) {
+  if (where == ChildOutput::none) return nullptr;
+  if (where == ChildOutput::captured) {
     return openInherited(file.wstring(), GENERIC_WRITE, CREATE_ALWAYS);
   }
   SECURITY_ATTRIBUTES inherited = {sizeof inherited, nullptr, TRUE};
@@ -86,8 +86,8 @@ void runToFiles(const Child& child, const std::filesystem::path& output,
   start.cb = sizeof start;
   start.dwFlags = STARTF_USESTDHANDLES;
   start.hStdInput = openInherited(L"NUL", GENERIC_READ, OPEN_EXISTING);
-  start.hStdOutput = outputOf(child, output);
-  start.hStdError = openInherited(errors.wstring(), GENERIC_WRITE, CREATE_ALWAYS);
+  start.hStdOutput = openOutput(child.outputTo, output);
+  start.hStdError = openOutput(child.errorsTo, errors);
   std::wstring line = commandLineOf(child);
   std::wstring environment = environmentOf(child);
   const std::wstring directory = child.directory.wstring();

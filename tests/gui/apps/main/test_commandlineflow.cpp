@@ -373,6 +373,7 @@ TEST_F(Flow, JournalsNothing) {
   EXPECT_THAT(events(), ElementsAre("journalled"));
   add("IGenApp", new tests::GenApp())->onPrepare = [&] { store.SetInt(nullptr, "GUI/Other", 0); };
   run();
+  store.SetInt(nullptr, "GUI/Other", 1);  // nobody switches it on again
   store.SetWriter(nullptr);
   EXPECT_THAT(events(), ElementsAre("journalled", "prepare"));
 }

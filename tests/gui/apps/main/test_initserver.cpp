@@ -5,13 +5,17 @@
 #include <string>
 
 #include "gui/apps/main/oroappmain.h"
+#include "interfaces/IKelInitServer.h"
 #include "interfaces/IOroAppMainHook.h"
+#include "interfaces/IOroComponentManager.h"
 #include "interfaces/IOroDirService.h"
 #include "interfaces/IOroRegistry.h"
+#include "orobasictypes/oroguid.h"
 #include "orobasictypes/oropath.h"
 #include "orobasictypes/sptr.h"
 #include "platform/text.h"
 #include "tests/gui/apps/main/appworld.h"
+#include "tests/gui/apps/main/double.h"
 #include "tests/testpaths.h"
 
 namespace {
@@ -94,6 +98,36 @@ TEST_F(InitServer, ThatCannotReadItsDescriptionEndsTheStartSilently) {
   EXPECT_STREQ(application_.errorText(), " Application description read failed");
   EXPECT_EQ(tests::registryText("TEST/Notes"), "registration;read;");
   EXPECT_EQ(shown(), "");
+}
+
+// A manager that takes no library.
+struct ClosedManager : tests::Double<ClosedManager, IOroComponentManager> {
+  static constexpr const char* className() { return "ClosedManager"; }
+  bool getComponent(const GUID&, const KelCString&, IOroComponent**) override {
+    ADD_FAILURE() << "asked for a component that it did not take";
+    return false;
+  }
+  bool registerContainer(const GUID&, const KelCString&, IOroComponentContainer*) override {
+    return false;
+  }
+  int32_t setLibraryPath(const GUID& id, const KelCString& group, const OroString&) override {
+    EXPECT_TRUE(id.isNull());
+    EXPECT_TRUE(group.isEmpty());
+    return 3001;
+  }
+  void setBroker(IOroObjBroker*) override {}
+  int32_t getLastStatus() override { return 3001; }
+};
+
+TEST_F(InitServer, WhoseLibraryIsNotTakenIsReportedWithItsPathAndTheCode) {
+  application_.initEssential();
+  library_.beforeEnvironment(nullptr, nullptr, nullptr);
+  ClosedManager manager;
+  EXPECT_EQ(loadInitServer(&manager), nullptr);
+  OroPath path(oroDirPath("components"));
+  path.append(OroString("initserver"));
+  EXPECT_EQ(shown(), "ERROR:\nFatal error: could not register init server component (" +
+                         platform::toUtf8Lossy(path.wideText()) + "); error code was 3001");
 }
 
 TEST_F(InitServer, AFailureUndoesNothing) {

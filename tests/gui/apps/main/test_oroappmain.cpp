@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <memory>
 #include <string>
 #include <vector>
@@ -15,7 +16,7 @@
 #include "gui/apps/main/appglobals.h"
 #include "interfaces/IOroErrorService.h"
 #include "orobasictypes/sptr.h"
-#include "services/errorservice.h"
+#include "services/crashhandler.h"
 #include "tests/gui/apps/main/appworld.h"
 #include "tests/gui/apps/main/initserverdouble.h"
 #include "tests/gui/apps/main/starterdouble.h"
@@ -51,6 +52,16 @@ TEST_F(AppMain, IsNothingAtFirst) {
   EXPECT_EQ(application().run(), 1);
   EXPECT_EQ(application().shutDown(), 0);
   EXPECT_EQ(oroAppGlobals().appMain, &application());
+}
+
+TEST_F(AppMain, HasSevenTextsForWhatHappened) {
+  EXPECT_STREQ(OroAppMain::kNoError, "No Error");
+  EXPECT_STREQ(OroAppMain::kInitEssentialFailed, "InitEssential failed");
+  EXPECT_STREQ(OroAppMain::kInitConfigurableFailed, "InitConfigurable failed");
+  EXPECT_STREQ(OroAppMain::kInitServerFailed, "Init server load failed");
+  EXPECT_STREQ(OroAppMain::kDescriptionFailed, " Application description read failed");
+  EXPECT_STREQ(OroAppMain::kStarterMissing, "Application object not found");
+  EXPECT_STREQ(OroAppMain::kStartFailed, "Application start failed");
 }
 
 TEST_F(AppMain, EssentialPartMakesManagerAndBroker) {
@@ -289,11 +300,19 @@ TEST_F(AppMain, UndeclaredSettingsAreNoScriptError) {
 
 void ownHandler(int) {}
 
-TEST_F(AppMain, KeepsAnErrorHandlerForTheErrorService) {
+// What an invalid memory access would call; gives the signal back to the system.
+void (*installedHandler())(int) { return std::signal(SIGSEGV, SIG_DFL); }
+
+TEST_F(AppMain, GivesItsErrorHandlerToTheErrorService) {
   application().setErrorHandler(reinterpret_cast<void*>(ownHandler));
-  EXPECT_EQ(oroAppGlobals().errorHandler, reinterpret_cast<void*>(ownHandler));
   application().initEssential();
-  EXPECT_NE(ErrorService::current(), nullptr);
+  EXPECT_EQ(installedHandler(), ownHandler);
+}
+
+TEST_F(AppMain, AnErrorHandlerThatComesAfterTheErrorServiceIsNotUsed) {
+  application().initEssential();
+  application().setErrorHandler(reinterpret_cast<void*>(ownHandler));
+  EXPECT_EQ(installedHandler(), oroStandardCrashHandler);
 }
 
 }  // namespace

@@ -2,9 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <cctype>
+#include <optional>
 #include <string>
 
 #include "gui/apps/main/oroappmain.h"
+#include "gui/apps/main/productversion.h"
 #include "interfaces/IOroRegistry.h"
 #include "orobasictypes/sptr.h"
 #include "platform/process.h"
@@ -88,7 +91,14 @@ TEST_F(StartupEnvironment, AnIdAtTheVeryEndOfAPathIsNotFound) {
 }
 
 TEST_F(StartupEnvironment, LooksForTheModuleByCase) {
-  putRegistry("PRODUCT_INFO/dllId", "TEST_APPMAI");
+  // A piece of another module's path, which is found as it stands and not in other letters.
+  const std::string last = OroString(platform::modulePaths(1024, 260).back().c_str()).toNarrow();
+  std::string piece = last.substr(0, last.size() - 1);
+  putRegistry("PRODUCT_INFO/dllId", piece.c_str());
+  putArguments({"x"});
+  ASSERT_EQ(registryText("MAIN_ARGV0"), last);
+  for (char& c : piece) c = static_cast<char>(std::islower(c) ? std::toupper(c) : std::tolower(c));
+  putRegistry("PRODUCT_INFO/dllId", piece.c_str());
   putArguments({"x"});
   EXPECT_EQ(registryText("MAIN_ARGV0"), executable());
 }
@@ -120,6 +130,14 @@ TEST_F(StartupEnvironment, NullOverridesLeaveTheirKeysAlone) {
   EXPECT_EQ(registryText("ALT_PRODUCT_INFO/altCompanyFolder"), "<absent>");
   EXPECT_EQ(registryText("ALT_PRODUCT_INFO/altProductName"), "<absent>");
   EXPECT_EQ(registryText("PRODUCT_INFO/cwlFileVersion"), "<absent>");
+}
+
+TEST_F(StartupEnvironment, TheVersionFillsTwoKeysWhereItIsTold) {
+  putProductFactsInRegistry();
+  const std::optional<std::string> version = productVersionText();
+  EXPECT_EQ(registryText("PRODUCT_INFO/Build Number"), version.value_or("<absent>"));
+  EXPECT_EQ(registryText("PRODUCT_INFO/displayVersion"),
+            version ? displayVersionOf(*version) : "<absent>");
 }
 
 TEST_F(StartupEnvironment, OverridesFillTheirKeys) {
