@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <new>
 
+#include "orobasictypes/bucketmemoryallocator.h"
 #include "orobasictypes/kelrealloc.h"
 
 namespace {
@@ -11,21 +12,13 @@ constexpr int32_t step = 4;
 constexpr int32_t linearLimit = 8192;
 constexpr int32_t maximum = 0x40000;
 
-// A block is freed through the allocator that its header names, in whichever module it ends: a
-// string made in one module may die in another.
-class BucketMemoryAllocator {
- public:
-  virtual ~BucketMemoryAllocator() = default;
-  virtual void Free(void* header) { kelFree(header); }
-};
-
 struct Header {
   BucketMemoryAllocator* allocator;
 };
 constexpr int32_t headerSize = 8;
 static_assert(sizeof(Header) == headerSize);
 
-// Lives as long as the last block: never destroyed.
+// Never destroyed.
 BucketMemoryAllocator& moduleAllocator() {
   alignas(BucketMemoryAllocator) static unsigned char storage[sizeof(BucketMemoryAllocator)];
   static auto* const allocator = new (storage) BucketMemoryAllocator;

@@ -6,9 +6,11 @@
 
 #include <gtest/gtest.h>
 
+#include "orobasictypes/bucketmemoryallocator.h"
 #include "platform/hooks.h"
 #include "platform/process.h"
 #include "tests/support/fakeheap.h"
+#include "tests/support/slotnumber.h"
 
 namespace {
 
@@ -51,6 +53,39 @@ TEST(KelPool, BlockCarriesAHeaderOfEightBytes) {
   kelPoolFree(262145, large);
   kelPoolShutdown();
   EXPECT_EQ(heap.frees, 2);
+}
+
+// Stands for the allocator of another module.
+class OtherAllocator : public BucketMemoryAllocator {
+ public:
+  void Free(void* header) override { freed = header; }
+  void* freed = nullptr;
+};
+
+TEST(KelPool, BlockIsFreedByTheAllocatorThatItsHeaderNames) {
+  static_assert(sizeof(BucketMemoryAllocator) == sizeof(void*), "no data");
+  struct Block {
+    BucketMemoryAllocator* allocator;
+    char bytes[8];
+  };
+  OtherAllocator allocator;
+  Block block{&allocator, {}};
+  tests::FakeHeap heap;
+  kelPoolFree(0, block.bytes);
+  EXPECT_EQ(allocator.freed, nullptr);
+  kelPoolFree(8, block.bytes);
+  EXPECT_EQ(allocator.freed, &block);
+  EXPECT_EQ(heap.frees, 0);
+}
+
+TEST(KelPool, AllocatorOfABlockStandsInItsHeader) {
+  int32_t actual = 0;
+  void* const block = kelPoolAlloc(5, actual);
+  auto* const header = static_cast<BucketMemoryAllocator**>(block) - 1;
+  tests::FakeHeap heap;
+  (*header)->Free(header);
+  EXPECT_EQ(heap.frees, 1);
+  EXPECT_EQ(tests::slotNumber(&BucketMemoryAllocator::Free), 3) << "behind the destructor's two";
 }
 
 TEST(KelPool, NothingIsFreedForSizeZeroOrNull) {

@@ -1,0 +1,16 @@
+// BucketMemoryAllocator: frees the blocks of the string storage.
+//
+// Each block carries, in the eight bytes ahead of what its user sees, a pointer to the allocator of
+// the module that made it: a string made in one module may die in another. So the two operations
+// keep their order, there are no data, and a module's allocator lives as long as its last block.
+// Any thread.
+#pragma once
+
+#include "orobasictypes/kelrealloc.h"
+
+class BucketMemoryAllocator {
+ public:
+  virtual ~BucketMemoryAllocator() = default;
+  // Takes the address of the block's header.
+  virtual void Free(void* header) { kelFree(header); }
+};
