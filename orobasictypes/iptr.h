@@ -26,12 +26,9 @@ class IPtr {
 
   IPtr& operator=(T* pointer) {
     if (pointer == interface_) return *this;
-    U* object = pointer;
-    if (object != nullptr) object->addRef();  // first: it may be the same object
-    U* old = object_;
-    interface_ = nullptr;
-    object_ = nullptr;
-    if (old != nullptr) old->release();
+    U* const object = pointer;
+    if (object != nullptr) object->addRef();     // first: it may be the same object
+    if (object_ != nullptr) object_->release();  // while it is held, as when the holder goes
     interface_ = pointer;
     object_ = object;
     return *this;

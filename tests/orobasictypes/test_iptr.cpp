@@ -1,5 +1,6 @@
 #include "orobasictypes/iptr.h"
 
+#include <cstring>
 #include <type_traits>
 #include <utility>
 
@@ -33,6 +34,17 @@ TEST_F(IPtrTest, EmptyHoldsNothing) {
   const IPtr<IOroThing> null(nullptr);
   EXPECT_EQ(null.get(), nullptr);
   EXPECT_EQ(null.object(), nullptr);
+}
+
+TEST_F(IPtrTest, InterfaceStandsBeforeTheObject) {
+  auto* const thing = new KelThing;
+  const IPtr<IOroThingV2> held(thing);
+  const void* fields[3];
+  static_assert(sizeof fields == sizeof held);
+  std::memcpy(fields, static_cast<const void*>(&held), sizeof fields);
+  EXPECT_EQ(fields[1], static_cast<IOroThingV2*>(thing));
+  EXPECT_EQ(fields[2], static_cast<IOroUnknown*>(thing));
+  EXPECT_NE(fields[1], fields[2]);
 }
 
 TEST_F(IPtrTest, TakesAReferenceAndDropsIt) {
@@ -138,7 +150,7 @@ TEST_F(IPtrTest, MoveIsACopy) {
   EXPECT_EQ(thing->refCount(), 2);
 }
 
-TEST_F(IPtrTest, ReleasedObjectFindsThePointerEmpty) {
+TEST_F(IPtrTest, HoldsTheObjectUntilItIsReleased) {
   class Looker : public KelThing {
    public:
     Looker(const IPtr<IOroThing>& holder, bool& sawItself)
@@ -149,11 +161,17 @@ TEST_F(IPtrTest, ReleasedObjectFindsThePointerEmpty) {
     const IPtr<IOroThing>& holder_;
     bool& sawItself_;
   };
-  bool sawItself = true;
+  bool sawItself = false;
   IPtr<IOroThing> held;
   held = new Looker(held, sawItself);
   held = nullptr;
-  EXPECT_FALSE(sawItself);
+  EXPECT_TRUE(sawItself);
+  sawItself = false;
+  {
+    IPtr<IOroThing> scoped;
+    scoped = new Looker(scoped, sawItself);
+  }
+  EXPECT_TRUE(sawItself) << "assigning and going are alike";
 }
 
 }  // namespace
