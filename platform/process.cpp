@@ -1,5 +1,6 @@
 #include "platform/process.h"
 
+#include <atomic>
 #include <cstdlib>
 
 #include "platform/text.h"
@@ -26,6 +27,9 @@ std::optional<std::string> environment(std::string_view name) {
 
 void endProcess(int status) {
   if (endProcessHook != nullptr) endProcessHook(status);
+  // The exit handlers run once; one of them, or another thread, may come here as well.
+  static std::atomic<bool> ending{false};
+  if (ending.exchange(true)) endProcessNow(status);
   std::exit(status);
 }
 

@@ -47,7 +47,7 @@ std::optional<std::u16string> environmentWide(std::u16string_view name);
 /// Sets a variable, or removes it when there is no value. For tests and for start-up.
 bool setEnvironment(std::string_view name, std::optional<std::string_view> value);
 
-/// Ends the process with its exit handlers, as std::exit.
+/// Ends the process with its exit handlers, as std::exit; on the spot if that is under way.
 [[noreturn]] void endProcess(int status);
 /// Ends the process on the spot, as std::_Exit.
 [[noreturn]] void endProcessNow(int status);

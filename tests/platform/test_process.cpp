@@ -178,6 +178,16 @@ TEST(EndOfProcessDeathTest, ExitHandlersRunInTheOrdinaryEndOnly) {
       testing::ExitedWithCode(6), "^$");
 }
 
+TEST(EndOfProcessDeathTest, EndWithinAnEndIsOnTheSpot) {
+  EXPECT_EXIT(
+      {
+        std::atexit(sayGoodbye);
+        std::atexit([] { platform::endProcess(8); });
+        platform::endProcess(7);
+      },
+      testing::ExitedWithCode(8), "^$");
+}
+
 TEST(VersionBlock, OfAMissingFileIsNotThere) {
   std::vector<std::uint8_t> block{1, 2, 3};
   EXPECT_FALSE(platform::versionBlock(u"\\no\\such\\file.exe", block));
