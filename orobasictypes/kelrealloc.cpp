@@ -16,41 +16,39 @@ constexpr char sourceName[] = "orobasictypes/kelrealloc";
 KelAssertCallback assertCallback = nullptr;
 void* assertContext = nullptr;
 
-// Blocks end below 2 GiB: a larger or negative product becomes a size that every heap refuses.
-size_t byteSize(int32_t elementSize, int32_t count) {
-  const int64_t bytes = int64_t{elementSize} * count;
-  return bytes >= 0 && bytes <= INT32_MAX ? static_cast<size_t>(bytes) : size_t{PTRDIFF_MAX};
-}
+int64_t byteSize(int32_t elementSize, int32_t count) { return int64_t{elementSize} * count; }
 
-void traceMalloc(int32_t elementSize, int32_t count) {
-  if (!kelTraceAllocations) return;
-  std::printf("kelMalloc: %d : %d : %lld\n", elementSize, count,
-              static_cast<long long>(int64_t{elementSize} * count));
+// Blocks end below 2 GiB: a larger or negative product becomes a size that every heap refuses.
+size_t heapSize(int64_t bytes) {
+  return bytes >= 0 && bytes <= INT32_MAX ? static_cast<size_t>(bytes) : size_t{PTRDIFF_MAX};
 }
 
 // One growing reallocation. When the heap refuses, `block` stays as it was.
 class Growth {
  public:
   Growth(void*& block, int32_t elementSize, int32_t oldCount)
-      : block_(block), elementSize_(elementSize), oldBytes_(byteSize(elementSize, oldCount)) {}
+      : block_(block),
+        elementSize_(elementSize),
+        oldBytes_(heapSize(byteSize(elementSize, oldCount))) {}
 
   bool reallocate(int32_t count) {
-    bytes_ = byteSize(elementSize_, count);
-    void* const moved = kelHeapCalls.reallocate(block_, bytes_);
-    if (moved == nullptr && bytes_ != 0) return false;
+    triedBytes_ = byteSize(elementSize_, count);
+    const size_t bytes = heapSize(triedBytes_);
+    void* const moved = kelHeapCalls.reallocate(block_, bytes);
+    if (moved == nullptr && bytes != 0) return false;
     block_ = moved;
-    if (bytes_ > oldBytes_) {
-      std::memset(static_cast<char*>(moved) + oldBytes_, 0, bytes_ - oldBytes_);
+    if (bytes > oldBytes_) {
+      std::memset(static_cast<char*>(moved) + oldBytes_, 0, bytes - oldBytes_);
     }
     return true;
   }
-  size_t triedBytes() const { return bytes_; }
+  int64_t triedBytes() const { return triedBytes_; }
 
  private:
   void*& block_;
   const int32_t elementSize_;
   const size_t oldBytes_;
-  size_t bytes_ = 0;
+  int64_t triedBytes_ = 0;
 };
 
 int32_t shrink(void*& pointer, int32_t elementSize, int32_t target) {
@@ -59,7 +57,8 @@ int32_t shrink(void*& pointer, int32_t elementSize, int32_t target) {
     pointer = nullptr;
     return 0;
   }
-  pointer = kelHeapCalls.reallocate(pointer, byteSize(elementSize, target));
+  // Kept untested: a heap that refuses to shrink shows as a null pointer.
+  pointer = kelHeapCalls.reallocate(pointer, heapSize(byteSize(elementSize, target)));
   return target;
 }
 
@@ -70,7 +69,7 @@ int32_t grow(Growth growth, int32_t target, int32_t minNewSize) {
     target = pass > 0 ? static_cast<int32_t>((int64_t{target} + minNewSize) >> 1) : minNewSize;
     if (growth.reallocate(target)) return target;
   }
-  kelOutOfMemory(static_cast<int64_t>(growth.triedBytes()));
+  kelOutOfMemory(growth.triedBytes());
 }
 
 }  // namespace
@@ -79,10 +78,12 @@ bool kelTraceAllocations = false;
 constinit KelHeapCalls kelHeapCalls = {std::malloc, std::realloc, std::free};
 
 int64_t kelMalloc(void*& pointer, int32_t elementSize, int32_t count) {
-  const size_t bytes = byteSize(elementSize, count);
-  traceMalloc(elementSize, count);
-  pointer = kelHeapCalls.allocate(bytes);
-  if (pointer == nullptr && bytes != 0) kelOutOfMemory(static_cast<int64_t>(bytes));
+  const int64_t bytes = byteSize(elementSize, count);
+  if (kelTraceAllocations) {
+    std::printf("kelMalloc: %d : %d : %lld\n", elementSize, count, static_cast<long long>(bytes));
+  }
+  pointer = kelHeapCalls.allocate(heapSize(bytes));
+  if (pointer == nullptr && bytes != 0) kelOutOfMemory(bytes);
   return count;
 }
 
@@ -97,7 +98,7 @@ int32_t kelRealloc(void*& pointer, int32_t elementSize, int32_t curSize, int32_t
   if (target < minNewSize) kelAssertFail("maxNewSize >= minNewSize", sourceName, 421);
   if (kelTraceAllocations) {
     std::printf("kelRealloc: %d : %d : %d : %lld\n", elementSize, curSize, target,
-                static_cast<long long>(int64_t{elementSize} * target));
+                static_cast<long long>(byteSize(elementSize, target)));
   }
   if (target < curSize) return shrink(pointer, elementSize, target);
   if (minNewSize <= curSize) return curSize;

@@ -22,7 +22,8 @@ int64_t kelMalloc(void*& pointer, int32_t elementSize, int32_t count);
 //  - curSize == minNewSize: nothing happens at all.
 //  - a null pointer or curSize 0: a new block of exactly `minNewSize` elements, not cleared; an old
 //    block is not freed.
-//  - a maximum below curSize shrinks; a maximum of 0 frees the block and makes the pointer null.
+//  - a maximum below curSize shrinks; a maximum of 0 frees the block and makes the pointer null. A
+//    heap that refuses to shrink leaves a null pointer as well.
 //  - a minimum below curSize with a larger maximum keeps the block as it is.
 //  - otherwise the block grows, and what was added is zero.
 int32_t kelRealloc(void*& pointer, int32_t elementSize, int32_t curSize, int32_t minNewSize,

@@ -1,6 +1,7 @@
 #include "orobasictypes/kelrealloc.h"
 
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
 #include <string>
 #include <vector>
@@ -139,6 +140,25 @@ TEST_F(KelReallocTest, ShrinksToTheMaximum) {
   EXPECT_EQ(heap.sizes, (Sizes{12, 8}));
 }
 
+TEST_F(KelReallocTest, RefusedShrinkingLeavesANullPointerAndTheTarget) {
+  fill(5);
+  uint32_t* const old = block_;
+  FakeHeap heap;
+  heap.refuseAbove = 0;
+  EXPECT_EQ(reallocate(5, 3, -1), 3);
+  EXPECT_EQ(block_, nullptr);
+  EXPECT_EQ(heap.sizes, Sizes{12}) << "no second attempt, and no end of the process";
+  EXPECT_EQ(heap.frees, 0);
+  kelFree(old);
+}
+
+TEST_F(KelReallocTest, FreshBlockIsNotCleared) {
+  const FakeHeap heap;
+  kelHeapCalls.allocate = [](size_t bytes) { return std::memset(std::malloc(bytes), 0xAA, bytes); };
+  EXPECT_EQ(reallocate(0, 3, 100), 3);
+  expectGrown(3, 3);
+}
+
 TEST_F(KelReallocTest, SmallerMinimumWithALargerMaximumKeepsTheBlock) {
   fill(5);
   FakeHeap heap;
@@ -224,6 +244,22 @@ TEST_F(KelReallocTest, BlocksEndBelowTwoGigabytes) {
   heap.sizes.clear();
   EXPECT_EQ(endStatus([&] { kelMalloc(block_, 4, 0x1FFFFFFF); }), -1);
   EXPECT_EQ(heap.sizes, Sizes{0x7FFFFFFC});
+}
+
+TEST_F(KelReallocTest, ExhaustionIsToldWithWhatWasAskedLast) {
+  FakeHeap heap;
+  fill(10);
+  heap.refuseAbove = 1000;
+  const auto told = [](const auto& action) {
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(endStatus(action), -1);
+    return testing::internal::GetCapturedStderr();
+  };
+  uint32_t* fresh = nullptr;
+  EXPECT_EQ(told([&] { kelMalloc(fresh, 4, 300); }), "Out of memory: 1200 bytes were refused.\n");
+  EXPECT_EQ(told([&] { kelMalloc(fresh, 4, 0x40000000); }),
+            "Out of memory: 4294967296 bytes were refused.\n");
+  EXPECT_EQ(told([&] { reallocate(10, 300, 400); }), "Out of memory: 1200 bytes were refused.\n");
 }
 
 TEST_F(KelReallocTest, TraceTellsEachRequest) {
