@@ -18,7 +18,7 @@
 #include "tests/framework/fakes.h"
 #include "tests/framework/libs/itestprobe.h"
 #include "tests/framework/managerfixture.h"
-#include "tests/support/slotof.h"
+#include "tests/support/slotnumber.h"
 
 namespace {
 
@@ -536,36 +536,36 @@ TEST_F(Manager, AnswersToItsNamesAlone) {
 }
 
 TEST(ManagerSlots, StandInTheirOrder) {
-  using tests::slotOf;
-  EXPECT_EQ(slotOf(&IOroComponentManager::getComponent), 0);
-  EXPECT_EQ(slotOf(&IOroComponentManager::registerContainer), 1);
-  EXPECT_EQ(slotOf(&IOroComponentManager::setLibraryPath), 2);
-  EXPECT_EQ(slotOf(&IOroComponentManager::setBroker), 3);
-  EXPECT_EQ(slotOf(&IOroComponentManager::getLastStatus), 4);
-  EXPECT_EQ(slotOf(&IOroComponentManagerV2::getComponentName) -
-                slotOf(&IOroComponentManagerV2::getLibraryPath),
+  using tests::slotNumber;
+  EXPECT_EQ(slotNumber(&IOroComponentManager::getComponent), 1);
+  EXPECT_EQ(slotNumber(&IOroComponentManager::registerContainer), 2);
+  EXPECT_EQ(slotNumber(&IOroComponentManager::setLibraryPath), 3);
+  EXPECT_EQ(slotNumber(&IOroComponentManager::setBroker), 4);
+  EXPECT_EQ(slotNumber(&IOroComponentManager::getLastStatus), 5);
+  EXPECT_EQ(slotNumber(&IOroComponentManagerV2::getComponentName) -
+                slotNumber(&IOroComponentManagerV2::getLibraryPath),
             1);
-  EXPECT_GT(slotOf(&IOroComponentManagerV2::getLibraryPath),
-            slotOf(&IOroComponentManager::getLastStatus));
-  EXPECT_EQ(slotOf(&IOroComponentManagerV3::getStaticLinkage) -
-                slotOf(&IOroComponentManagerV3::setStaticLinkage),
+  EXPECT_GT(slotNumber(&IOroComponentManagerV2::getLibraryPath),
+            slotNumber(&IOroComponentManager::getLastStatus));
+  EXPECT_EQ(slotNumber(&IOroComponentManagerV3::getStaticLinkage) -
+                slotNumber(&IOroComponentManagerV3::setStaticLinkage),
             1);
-  EXPECT_GT(slotOf(&IOroComponentManagerV3::setStaticLinkage),
-            slotOf(&IOroComponentManagerV2::getComponentName));
-  EXPECT_EQ(slotOf(&IOroComponentLoader::registerComponent), 0);
-  EXPECT_EQ(slotOf(&IOroComponentUnloader::unloadComponent), 0);
+  EXPECT_GT(slotNumber(&IOroComponentManagerV3::setStaticLinkage),
+            slotNumber(&IOroComponentManagerV2::getComponentName));
+  EXPECT_EQ(slotNumber(&IOroComponentLoader::registerComponent), 1);
+  EXPECT_EQ(slotNumber(&IOroComponentUnloader::unloadComponent), 1);
 }
 
 TEST(ComponentSlots, StandInTheirOrder) {
-  using tests::slotOf;
-  EXPECT_EQ(slotOf(&IOroComponent::initialise), 0);
-  EXPECT_EQ(slotOf(&IOroComponent::shutDown), 1);
-  EXPECT_EQ(slotOf(&IOroComponent::getClassObject), 2);
-  EXPECT_EQ(slotOf(&IOroComponent::unusedSlot4), 3);
-  EXPECT_EQ(slotOf(&IOroComponent::unusedSlot5), 4);
-  EXPECT_EQ(slotOf(&IOroComponentContainer::component), 0);
-  EXPECT_EQ(slotOf(&IOroCompInternal::setGroupName), 0);
-  EXPECT_EQ(slotOf(&IOroInitializer::initialize), 0);
+  using tests::slotNumber;
+  EXPECT_EQ(slotNumber(&IOroComponent::initialise), 1);
+  EXPECT_EQ(slotNumber(&IOroComponent::shutDown), 2);
+  EXPECT_EQ(slotNumber(&IOroComponent::getClassObject), 3);
+  EXPECT_EQ(slotNumber(&IOroComponent::unusedSlot4), 4);
+  EXPECT_EQ(slotNumber(&IOroComponent::unusedSlot5), 5);
+  EXPECT_EQ(slotNumber(&IOroComponentContainer::component), 1);
+  EXPECT_EQ(slotNumber(&IOroCompInternal::setGroupName), 1);
+  EXPECT_EQ(slotNumber(&IOroInitializer::initialize), 1);
 }
 
 }  // namespace

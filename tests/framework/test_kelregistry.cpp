@@ -9,7 +9,7 @@
 #include "framework/subiter.h"
 #include "interfaces/IOroRegIter.h"
 #include "orobasictypes/iptr.h"
-#include "tests/support/slotof.h"
+#include "tests/support/slotnumber.h"
 
 namespace {
 
@@ -328,13 +328,13 @@ TEST_F(Registry, AnswersToItsNamesAlone) {
 
 TEST(RegistrySlots, StandInTheirOrder) {
   using Velmora::IOroRegistry;
-  EXPECT_EQ(tests::slotOf(&IOroRegistry::setValue), 0);
-  EXPECT_EQ(tests::slotOf(&IOroRegistry::removeKey), 1);
-  EXPECT_EQ(tests::slotOf(&IOroRegistry::getValue2), 2);
-  EXPECT_EQ(tests::slotOf(&IOroRegistry::getValue), 3);
-  EXPECT_EQ(tests::slotOf(&IOroRegistry::valueEquals), 4);
-  EXPECT_EQ(tests::slotOf(&IOroRegistry::getInt), 5);
-  EXPECT_EQ(tests::slotOf(&IOroRegistry::newIterator), 6);
+  EXPECT_EQ(tests::slotNumber(&IOroRegistry::setValue), 1);
+  EXPECT_EQ(tests::slotNumber(&IOroRegistry::removeKey), 2);
+  EXPECT_EQ(tests::slotNumber(&IOroRegistry::getValue2), 3);
+  EXPECT_EQ(tests::slotNumber(&IOroRegistry::getValue), 4);
+  EXPECT_EQ(tests::slotNumber(&IOroRegistry::valueEquals), 5);
+  EXPECT_EQ(tests::slotNumber(&IOroRegistry::getInt), 6);
+  EXPECT_EQ(tests::slotNumber(&IOroRegistry::newIterator), 7);
 }
 
 }  // namespace

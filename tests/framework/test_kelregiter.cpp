@@ -6,7 +6,7 @@
 
 #include "framework/kelregistry.h"
 #include "orobasictypes/iptr.h"
-#include "tests/support/slotof.h"
+#include "tests/support/slotnumber.h"
 
 namespace {
 
@@ -190,13 +190,13 @@ TEST_F(RegIter, AnswersToItsNamesAlone) {
 
 TEST(RegIterSlots, StandInTheirOrder) {
   using Velmora::IOroRegIter;
-  EXPECT_EQ(tests::slotOf(&IOroRegIter::rewind), 0);
-  EXPECT_EQ(tests::slotOf(&IOroRegIter::first), 1);
-  EXPECT_EQ(tests::slotOf(&IOroRegIter::next), 2);
-  EXPECT_EQ(tests::slotOf(&IOroRegIter::atEnd), 3);
-  EXPECT_EQ(tests::slotOf(&IOroRegIter::value), 4);
-  EXPECT_EQ(tests::slotOf(&IOroRegIter::key), 5);
-  EXPECT_EQ(tests::slotOf(&IOroRegIter::setDepth), 6);
+  EXPECT_EQ(tests::slotNumber(&IOroRegIter::rewind), 1);
+  EXPECT_EQ(tests::slotNumber(&IOroRegIter::first), 2);
+  EXPECT_EQ(tests::slotNumber(&IOroRegIter::next), 3);
+  EXPECT_EQ(tests::slotNumber(&IOroRegIter::atEnd), 4);
+  EXPECT_EQ(tests::slotNumber(&IOroRegIter::value), 5);
+  EXPECT_EQ(tests::slotNumber(&IOroRegIter::key), 6);
+  EXPECT_EQ(tests::slotNumber(&IOroRegIter::setDepth), 7);
 }
 
 }  // namespace

@@ -11,7 +11,7 @@
 
 #include "orobasictypes/sptr.h"
 #include "tests/framework/brokerfixture.h"
-#include "tests/support/slotof.h"
+#include "tests/support/slotnumber.h"
 
 namespace {
 
@@ -931,35 +931,35 @@ TEST_F(Broker, GroupsGoBeforeTheProcesssServices) {
 
 TEST(BrokerSlots, StandInTheirOrder) {
   using B = IOroObjBroker;
-  int slot = 2;  // the destructor comes first and takes two
-  EXPECT_EQ(tests::slotOf(&B::createObject), slot++);
-  EXPECT_EQ(tests::slotOf(&B::getComponentId), slot++);
-  EXPECT_EQ(tests::slotOf(&B::registerService), slot++);
-  EXPECT_EQ(tests::slotOf(&B::registerInterface), slot++);
-  EXPECT_EQ(tests::slotOf(&B::unregisterInterface), slot++);
-  EXPECT_EQ(tests::slotOf(&B::getService), slot++);
-  EXPECT_EQ(tests::slotOf(&B::hasService), slot++);
-  EXPECT_EQ(tests::slotOf(&B::classSupports), slot++);
-  EXPECT_EQ(tests::slotOf(&B::getLastStatus), slot++);
-  EXPECT_EQ(tests::slotOf(&B::countUp), slot++);
-  EXPECT_EQ(tests::slotOf(&B::countDown), slot++);
-  EXPECT_EQ(tests::slotOf(&B::groupBroker), slot++);
-  EXPECT_EQ(tests::slotOf(&B::classRegistration), slot++);
-  EXPECT_EQ(tests::slotOf(&B::componentManager), slot++);
-  EXPECT_EQ(tests::slotOf(&B::setClassObject), slot++);
-  EXPECT_EQ(tests::slotOf(&B::removeClassObject), slot++);
-  EXPECT_EQ(tests::slotOf(&B::createInstance), slot++);
+  int slot = 3;  // the destructor comes first and takes two
+  EXPECT_EQ(tests::slotNumber(&B::createObject), slot++);
+  EXPECT_EQ(tests::slotNumber(&B::getComponentId), slot++);
+  EXPECT_EQ(tests::slotNumber(&B::registerService), slot++);
+  EXPECT_EQ(tests::slotNumber(&B::registerInterface), slot++);
+  EXPECT_EQ(tests::slotNumber(&B::unregisterInterface), slot++);
+  EXPECT_EQ(tests::slotNumber(&B::getService), slot++);
+  EXPECT_EQ(tests::slotNumber(&B::hasService), slot++);
+  EXPECT_EQ(tests::slotNumber(&B::classSupports), slot++);
+  EXPECT_EQ(tests::slotNumber(&B::getLastStatus), slot++);
+  EXPECT_EQ(tests::slotNumber(&B::countUp), slot++);
+  EXPECT_EQ(tests::slotNumber(&B::countDown), slot++);
+  EXPECT_EQ(tests::slotNumber(&B::groupBroker), slot++);
+  EXPECT_EQ(tests::slotNumber(&B::classRegistration), slot++);
+  EXPECT_EQ(tests::slotNumber(&B::componentManager), slot++);
+  EXPECT_EQ(tests::slotNumber(&B::setClassObject), slot++);
+  EXPECT_EQ(tests::slotNumber(&B::removeClassObject), slot++);
+  EXPECT_EQ(tests::slotNumber(&B::createInstance), slot++);
 }
 
 TEST(BrokerSlots, RolesStandInTheirOrder) {
-  EXPECT_EQ(tests::slotOf(&IOroClassRegistration::registerClass), 2);
-  EXPECT_EQ(tests::slotOf(&IOroClassRegistration::unregisterClass), 3);
-  EXPECT_EQ(tests::slotOf(&IOroIidToClsid::classOfInterface), 2);
-  EXPECT_EQ(tests::slotOf(&IOroSubject::attach), 0);
-  EXPECT_EQ(tests::slotOf(&IOroSubject::detach), 1);
-  EXPECT_EQ(tests::slotOf(&IOroSubject::notify), 2);
-  EXPECT_EQ(tests::slotOf(&IOroObserver::update), 0);
-  EXPECT_EQ(tests::slotOf(&IOroLog3::log), 0);
+  EXPECT_EQ(tests::slotNumber(&IOroClassRegistration::registerClass), 3);
+  EXPECT_EQ(tests::slotNumber(&IOroClassRegistration::unregisterClass), 4);
+  EXPECT_EQ(tests::slotNumber(&IOroIidToClsid::classOfInterface), 3);
+  EXPECT_EQ(tests::slotNumber(&IOroSubject::attach), 1);
+  EXPECT_EQ(tests::slotNumber(&IOroSubject::detach), 2);
+  EXPECT_EQ(tests::slotNumber(&IOroSubject::notify), 3);
+  EXPECT_EQ(tests::slotNumber(&IOroObserver::update), 1);
+  EXPECT_EQ(tests::slotNumber(&IOroLog3::log), 1);
 }
 
 }  // namespace

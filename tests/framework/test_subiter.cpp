@@ -4,7 +4,7 @@
 
 #include "framework/kelchildtable.h"
 #include "framework/kelregistry.h"
-#include "tests/support/slotof.h"
+#include "tests/support/slotnumber.h"
 
 namespace {
 
@@ -63,12 +63,12 @@ TEST(SubIter, WithoutATableItIsAtItsEnd) {
 }
 
 TEST(SubIterSlots, StandInTheirOrder) {
-  EXPECT_EQ(tests::slotOf(&SubIter::rewind), 2);  // behind the destructor
-  EXPECT_EQ(tests::slotOf(&SubIter::rewindAgain), 3);
-  EXPECT_EQ(tests::slotOf(&SubIter::next), 4);
-  EXPECT_EQ(tests::slotOf(&SubIter::atEnd), 5);
-  EXPECT_EQ(tests::slotOf(&SubIter::value), 6);
-  EXPECT_EQ(tests::slotOf(&SubIter::key), 7);
+  EXPECT_EQ(tests::slotNumber(&SubIter::rewind), 3);  // behind the destructor's two
+  EXPECT_EQ(tests::slotNumber(&SubIter::rewindAgain), 4);
+  EXPECT_EQ(tests::slotNumber(&SubIter::next), 5);
+  EXPECT_EQ(tests::slotNumber(&SubIter::atEnd), 6);
+  EXPECT_EQ(tests::slotNumber(&SubIter::value), 7);
+  EXPECT_EQ(tests::slotNumber(&SubIter::key), 8);
 }
 
 }  // namespace

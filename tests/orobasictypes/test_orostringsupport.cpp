@@ -15,7 +15,7 @@
 #include "orobasictypes/testaccess.h"
 #include "tests/orobasictypes/texts.h"
 #include "tests/support/fakebroker.h"
-#include "tests/support/slotof.h"
+#include "tests/support/slotnumber.h"
 
 namespace {
 
@@ -61,16 +61,16 @@ class OroStringSupport : public testing::Test {
 };
 
 TEST_F(OroStringSupport, OperationsStandInTheirFixedOrder) {
-  EXPECT_EQ(tests::slotOf(&IOroStrSupport::unusedSlot1), 0);
-  EXPECT_EQ(tests::slotOf(&IOroStrSupport::toNarrow), 1);
-  EXPECT_EQ(tests::slotOf(&IOroStrSupport::compare), 2);
-  EXPECT_EQ(tests::slotOf(&IOroStrSupport::isSpace), 3);
-  EXPECT_EQ(tests::slotOf(&IOroStrSupport::isDigit), 4);
-  EXPECT_EQ(tests::slotOf(&IOroStrSupport::contains), 5);
-  EXPECT_EQ(tests::slotOf(&IOroStrSupport::stripSpace), 6);
-  EXPECT_EQ(tests::slotOf(&IOroStrSupport::normalize), 7);
-  EXPECT_EQ(tests::slotOf(&IOroStrSupport::toLower), 8);
-  EXPECT_EQ(tests::slotOf(&IOroStrSupport::toUpper), 9);
+  EXPECT_EQ(tests::slotNumber(&IOroStrSupport::unusedSlot1), 1);
+  EXPECT_EQ(tests::slotNumber(&IOroStrSupport::toNarrow), 2);
+  EXPECT_EQ(tests::slotNumber(&IOroStrSupport::compare), 3);
+  EXPECT_EQ(tests::slotNumber(&IOroStrSupport::isSpace), 4);
+  EXPECT_EQ(tests::slotNumber(&IOroStrSupport::isDigit), 5);
+  EXPECT_EQ(tests::slotNumber(&IOroStrSupport::contains), 6);
+  EXPECT_EQ(tests::slotNumber(&IOroStrSupport::stripSpace), 7);
+  EXPECT_EQ(tests::slotNumber(&IOroStrSupport::normalize), 8);
+  EXPECT_EQ(tests::slotNumber(&IOroStrSupport::toLower), 9);
+  EXPECT_EQ(tests::slotNumber(&IOroStrSupport::toUpper), 10);
 }
 
 TEST_F(OroStringSupport, NarrowTextComesFromTheService) {

@@ -1,5 +1,6 @@
 // Which place an operation has among the operations of its own interface, counted from 1. Modules
-// are built apart, so the places are part of the contract.
+// are built apart, so the places are part of the contract. A virtual destructor that the interface
+// declares takes two places.
 //
 //   EXPECT_EQ(tests::slotNumber(&IOroTranslator::translate), 8);
 #pragma once
