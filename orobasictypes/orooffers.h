@@ -4,8 +4,10 @@
 //    public:
 //     static constexpr const char* className() { return "KelThing"; }
 //     using Offers = OroOffers<KelThing, IOroThing, IOroThingV2>;
-//     void queryInterface(const char* name, void* out) override { Offers::query(*this, name, out);
-//     } const char* getClassName() const override { return className(); }
+//     void queryInterface(const char* name, void* out) override {
+//       Offers::query(*this, name, out);
+//     }
+//     const char* getClassName() const override { return className(); }
 //   };
 //
 // A class over another concrete class lists it with OroOffersOver<KelThing, KelBase, IOroThing...>.

@@ -131,6 +131,19 @@ TEST_F(OroObjectIdentityTest, FirstClassVisitedAnswersForAll) {
   EXPECT_EQ(identity.componentId.data1, 7u);
 }
 
+TEST_F(OroObjectIdentityTest, NothingIsGatheredForAnIdentity) {
+  OroComponentIdentity identity;
+  HandWalk walk;
+  walk.walker.identity = &identity;
+  walk.stopSet.insert(KelCString::borrow("KelThing"), 1);
+  KelThing thing;
+  thing.queryInterface(nullptr, &walk.walker);
+  EXPECT_TRUE(identity.filled);
+  EXPECT_EQ(walk.records.count(), 0);
+  EXPECT_EQ(walk.parents.count(), 0);
+  EXPECT_FALSE(walk.walker.stopped);
+}
+
 TEST_F(OroObjectIdentityTest, NullObjectHasNone) {
   OroComponentIdentity identity;
   EXPECT_FALSE(oroObjectIdentity(nullptr, identity));

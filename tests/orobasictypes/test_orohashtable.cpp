@@ -4,6 +4,7 @@
 #include <memory>
 #include <random>
 #include <string>
+#include <type_traits>
 #include <unordered_map>
 #include <vector>
 
@@ -24,6 +25,8 @@ struct Number {
 };
 
 using NumberTable = OroHashTable<Number, int>;
+static_assert(!std::is_copy_constructible_v<NumberTable>);
+static_assert(!std::is_copy_assignable_v<NumberTable>);
 
 std::vector<int> values(const NumberTable& table) {
   std::vector<int> all;

@@ -124,6 +124,9 @@ TEST_F(OroModuleTest, CountsWithoutABroker) {
   EXPECT_EQ(count, 1);
   EXPECT_TRUE(oroCountDown(&count));
   EXPECT_EQ(count, -42);
+  oroCountUp(&count);
+  EXPECT_FALSE(oroCountDown(&count)) << "only a fall to 0 counts";
+  EXPECT_EQ(count, -42);
   EXPECT_FALSE(oroCountDown(&count));
   EXPECT_EQ(count, -43);
 }

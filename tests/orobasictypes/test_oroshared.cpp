@@ -1,6 +1,7 @@
 #include "orobasictypes/oroshared.h"
 
 #include <bit>
+#include <cstring>
 #include <thread>
 #include <vector>
 
@@ -143,6 +144,39 @@ TEST_F(OroSharedTest, WithoutABrokerADeadCountIsMarked) {
   thing.addRef();
   thing.releaseNoDestroy();
   EXPECT_EQ(thing.refCount(), -42);
+}
+
+// What holds a dying object for a moment must not destroy it again.
+TEST_F(OroSharedTest, WithoutABrokerADyingObjectMayBeHeld) {
+  class Holder : public KelThing {
+   public:
+    ~Holder() override {
+      addRef();
+      release();
+    }
+  };
+  auto* const holder = new Holder;
+  holder->addRef();
+  holder->release();
+  EXPECT_EQ(KelThing::alive, 0);
+}
+
+TEST_F(OroSharedTest, CountStandsBeforeTheWeakReference) {
+  KelThing thing;
+  OroShared* const shared = &thing;
+  shared->addRef();
+  OroWeakRef* const weak = shared->getWeakRef();
+  struct Fields {
+    void* table;
+    int32_t count;
+    OroWeakRef* weak;
+  };
+  static_assert(sizeof(Fields) == sizeof(OroShared));
+  Fields fields;
+  std::memcpy(&fields, static_cast<const void*>(shared), sizeof fields);
+  EXPECT_EQ(fields.count, 1);
+  EXPECT_EQ(fields.weak, weak);
+  shared->releaseNoDestroy();
 }
 
 TEST_F(OroSharedTest, WithABrokerADeadCountIsZero) {
