@@ -1,9 +1,11 @@
 #include "base/basic/keldatadirectory.h"
 
 #include <cstring>
+#include <utility>
 
 #include "interfaces/IKelDataItem.h"
 #include "interfaces/IKelDataVisitor.h"
+#include "orobasictypes/kelhash.h"
 
 namespace {
 
@@ -12,7 +14,7 @@ constexpr int32_t kFirstCapacity = 21;
 template <class T>
 void append(OroArray<T*>& list, T* child) {
   if (child == nullptr) return;
-  list.reserve(kFirstCapacity);
+  if (list.capacity() == 0) list = OroArray<T*>(kFirstCapacity);
   list.add(child);
 }
 
@@ -43,6 +45,12 @@ const char* KelDataDirectory::GetName() const {
 
 void KelDataDirectory::AddDirectory(IKelDataDirectory* directory) {
   append(directories_, directory);
+  if (directory != nullptr && !byName_.isEmpty()) addName(directory);
+}
+
+void KelDataDirectory::addName(IKelDataDirectory* directory) {
+  KelCString name(directory->GetName());
+  if (byName_.find(name) == nullptr) byName_.insert(std::move(name), directory);
 }
 
 bool KelDataDirectory::RemoveDirectory(IKelDataDirectory* directory) {
@@ -60,7 +68,9 @@ bool KelDataDirectory::RemoveItem(IKelDataItem* item) {
 }
 
 bool KelDataDirectory::takeDirectory(IKelDataDirectory* directory) {
-  return take(directories_, directory);
+  if (!take(directories_, directory)) return false;
+  byName_.clear();  // made again when it is needed
+  return true;
 }
 
 bool KelDataDirectory::takeItem(IKelDataItem* item) { return take(items_, item); }
@@ -68,17 +78,25 @@ bool KelDataDirectory::takeItem(IKelDataItem* item) { return take(items_, item);
 IKelDataDirectory* KelDataDirectory::FindDirectory(const char* name, int32_t length) {
   if (name == nullptr || length < 0) return nullptr;
   const std::string_view wanted(name, static_cast<size_t>(length));
+  if (directories_.count() > kMostScanned) return findByName(wanted);
   for (IKelDataDirectory* directory : directories_) {
     if (directory->GetName() == wanted) return directory;
   }
   return nullptr;
 }
 
-IKelDataDirectory* KelDataDirectory::GetDirectory(const char* name) {
-  for (IKelDataDirectory* directory : directories_) {
-    if (name != nullptr && std::strcmp(directory->GetName(), name) == 0) return directory;
+IKelDataDirectory* KelDataDirectory::findByName(std::string_view name) {
+  if (byName_.isEmpty()) {
+    for (IKelDataDirectory* directory : directories_) addName(directory);
   }
-  return nullptr;
+  const auto* const entry =
+      byName_.findHashed(kelHashBytes(name.data(), name.size()),
+                         [name](const KelCString& key) { return key.c_str() == name; });
+  return entry == nullptr ? nullptr : entry->value;
+}
+
+IKelDataDirectory* KelDataDirectory::GetDirectory(const char* name) {
+  return name == nullptr ? nullptr : FindDirectory(name, static_cast<int32_t>(std::strlen(name)));
 }
 
 IKelDataItem* KelDataDirectory::GetItem(const char* name) {

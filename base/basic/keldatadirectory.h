@@ -1,7 +1,8 @@
 // KelDataDirectory: one section of the settings tree; owns its sections and items.
 //
-// The store makes directories as paths need them. Searches are linear: sections are small, and
-// whole paths are found through the store's index instead. One thread at a time.
+// The store makes directories as paths need them. Searches go by the list, since sections are
+// small; only many subdirectories, as an import may bring, are found through a table of names.
+// Whole paths are found through the store's index instead. One thread at a time.
 #pragma once
 
 #include <cstdint>
@@ -10,6 +11,7 @@
 #include "interfaces/IKelDataDirectory.h"
 #include "orobasictypes/kelcstring.h"
 #include "orobasictypes/oroarray.h"
+#include "orobasictypes/orohashtable.h"
 #include "orobasictypes/orooffers.h"
 
 class KelDataDirectory final : public IKelDataDirectory {
@@ -46,7 +48,14 @@ class KelDataDirectory final : public IKelDataDirectory {
   const OroArray<IKelDataItem*>& items() const { return items_; }
 
  private:
+  void addName(IKelDataDirectory* directory);
+  IKelDataDirectory* findByName(std::string_view name);
+
+  static constexpr int32_t kMostScanned = 32;
+
   KelCString name_;
   OroArray<IKelDataItem*> items_;
   OroArray<IKelDataDirectory*> directories_;
+  // The first subdirectory of each name: of all, or empty.
+  OroHashTable<KelCString, IKelDataDirectory*> byName_{kMostScanned};
 };

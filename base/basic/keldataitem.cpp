@@ -1,6 +1,7 @@
 #include "base/basic/keldataitem.h"
 
 #include <cstring>
+#include <utility>
 
 #include "interfaces/IOroDataReceiver.h"
 #include "orobasictypes/kelrealloc.h"
@@ -24,6 +25,10 @@ KelDataItem::KelDataItem(const char* path, int32_t kind, uint32_t flags)
       kind_(kind),
       flags_(flags) {}
 
+KelDataItem::~KelDataItem() {
+  if (gone_ != nullptr) *gone_ = true;
+}
+
 int32_t KelDataItem::findReceiver(const IOroDataReceiver* receiver) const {
   for (int32_t i = 1; i <= receivers_.count(); ++i) {
     if (receivers_[i] == receiver) return i;
@@ -37,7 +42,9 @@ void KelDataItem::AddReceiver(IOroDataReceiver* receiver) {
   if (empty != 0) {
     receivers_[empty] = receiver;
   } else {
-    receivers_.reserve(kFirstReceiverCapacity);
+    if (receivers_.capacity() == 0) {
+      receivers_ = OroArray<IOroDataReceiver*>(kFirstReceiverCapacity);
+    }
     receivers_.add(receiver);
   }
   setBlocked(receiver, false);
@@ -88,16 +95,23 @@ void KelDataItem::fire(IOroDataReceiver* sender, bool force) {
 }
 
 void KelDataItem::deliverToAll(const Delivery& delivery) {
+  bool gone = false;  // whether a handler destroyed this item
+  bool* const outer = std::exchange(gone_, &gone);
   if (delivery.raisesDepth) ++depth_;
   // Read once: a receiver that a handler appends does not hear of this change. The slots are read
   // at each step, since handlers may move the array, empty slots and fill them again.
   const int32_t count = receivers_.count();
-  for (int32_t i = 1; i <= count; ++i) tell(receivers_[i], delivery);
+  for (int32_t i = 1; i <= count && !gone; ++i) tell(receivers_[i], delivery, gone);
+  if (gone) {
+    if (outer != nullptr) *outer = true;
+    return;
+  }
+  gone_ = outer;
   if (delivery.raisesDepth) --depth_;
   if (depth_ == 0 && compactionPending_) compact();
 }
 
-void KelDataItem::tell(IOroDataReceiver* receiver, const Delivery& delivery) {
+void KelDataItem::tell(IOroDataReceiver* receiver, const Delivery& delivery, const bool& gone) {
   if (receiver == nullptr) {
     compactionPending_ = true;
     return;
@@ -107,8 +121,14 @@ void KelDataItem::tell(IOroDataReceiver* receiver, const Delivery& delivery) {
   if (entry == nullptr || entry->value != 0) return;
   entry->value = 1;
   delivery.message(*this, *receiver, delivery.extra);
+  if (gone) return;
   // A receiver that removed itself has no entry any more, and gets none.
   if (auto* const after = blocked_.find(receiver)) after->value = 0;
+}
+
+void KelDataItem::forgetReceivers() {
+  for (IOroDataReceiver*& receiver : receivers_) receiver = nullptr;
+  blocked_.clear();
 }
 
 void KelDataItem::compact() {

@@ -2,8 +2,8 @@
 //
 // Derive a typed item from it and implement its typed interface beside. An item is made by the
 // store and owned by its directory. Handlers may add and remove receivers, set the item again and
-// remove other items; the store keeps a removed item alive until its delivery is over. One thread
-// at a time.
+// remove it; its delivery then ends. A set through the store keeps a removed item alive until its
+// handlers have returned, a set of the item itself does not. One thread at a time.
 #pragma once
 
 #include <cstdint>
@@ -22,6 +22,7 @@ class KelDataItem : public IKelDataItem {
 
   // `path` is copied and must not be null. The kind never changes.
   KelDataItem(const char* path, int32_t kind, uint32_t flags);
+  ~KelDataItem() override;
 
   void queryInterface(const char* name, void* out) override { Offers::query(*this, name, out); }
   const char* getClassName() const override { return className(); }
@@ -51,6 +52,9 @@ class KelDataItem : public IKelDataItem {
 
   // Tells the receivers that the event was fired, whatever the kind of the item.
   void fire(IOroDataReceiver* sender, bool force);
+  // For an item that leaves its store: receivers can no longer be removed by its path and may go
+  // with it, so that a delivery that runs tells nobody any more.
+  void forgetReceivers();
 
  protected:
   // Calls one handler with the value as it stands in layer 0 at that moment, so that a receiver
@@ -75,7 +79,7 @@ class KelDataItem : public IKelDataItem {
  private:
   void deliverToAll(const Delivery& delivery);
   int32_t findReceiver(const IOroDataReceiver* receiver) const;
-  void tell(IOroDataReceiver* receiver, const Delivery& delivery);
+  void tell(IOroDataReceiver* receiver, const Delivery& delivery, const bool& gone);
   void setBlocked(IOroDataReceiver* receiver, bool blocked);
   void compact();
 
@@ -87,4 +91,5 @@ class KelDataItem : public IKelDataItem {
   uint32_t flags_;
   uint16_t depth_ = 0;              // deliveries that run now, one in the other
   bool compactionPending_ = false;  // a delivery met an empty slot
+  bool* gone_ = nullptr;            // of the innermost delivery that runs; set at destruction
 };

@@ -136,6 +136,9 @@ void KelDataStore::forgetSubtree(KelDataDirectory& top) {
     pending.pop_back();
     gone.insert(directory);
     keepEvents(*directory);
+    for (IKelDataItem* item : directory->items()) {
+      if (auto* const own = oroQueryClass<KelDataItem>(item)) own->forgetReceivers();
+    }
     for (IKelDataDirectory* below : directory->directories()) {
       if (auto* const own = oroQueryClass<KelDataDirectory>(below)) pending.push_back(own);
     }
@@ -208,12 +211,14 @@ bool KelDataStore::RemoveItem(const char* path) {
   if (item->kind() == IKelDataItem::kVoid) {
     removedEvents_.emplace_back(item);
   } else {
+    item->forgetReceivers();
     retire(item);
   }
   return true;
 }
 
 void KelDataStore::Clear() {
+  for (auto& entry : items_.table()) entry.value->forgetReceivers();
   items_.clear();
   directories_.clear();
   if (running_ > 0) {
@@ -373,17 +378,17 @@ bool KelDataStore::RemoveReceiver(const char* path, IOroDataReceiver* receiver) 
   return item != nullptr && item->RemoveReceiver(receiver);
 }
 
-// The items as they stand at the start, in the order of the index; what handlers remove is passed
-// over. Nothing is freed before the end, so the pointers hold.
+// The paths as they stand at the start, in the order of the index; what handlers remove is passed
+// over, what they put in its place is not. Nothing is freed before the end, so the paths hold.
 void KelDataStore::NotifyAll() {
   if (frozen_) return;
   const Running running(*this);
-  std::vector<KelDataItem*> items;
-  items.reserve(items_.table().entryCount());
-  for (auto& entry : items_.table()) items.push_back(entry.value);
-  for (KelDataItem* item : items) {
-    if (items_.value(item->path()) != item) continue;
-    if (!item->hasFlag(IKelDataItem::kNoNotifyAll)) item->Notify();
+  std::vector<const char*> paths;
+  paths.reserve(items_.table().entryCount());
+  for (const auto& entry : items_.table()) paths.push_back(entry.key.text());
+  for (const char* path : paths) {
+    KelDataItem* const item = items_.value(path);
+    if (item != nullptr && !item->hasFlag(IKelDataItem::kNoNotifyAll)) item->Notify();
   }
 }
 
@@ -425,8 +430,7 @@ bool KelDataStore::fire(KelDataItem* item, IOroDataReceiver* sender) {
 void KelDataStore::journal(const KelDataItem& item) {
   if (!autoSave_ || !item.hasFlag(IKelDataItem::kJournalled)) return;
   if (items_.value(item.path()) != &item) return;
-  const IPtr<IKelDataVisitor> writer(writer_);
-  AcceptPath(writer.get(), item.path());
+  AcceptPath(writer_.get(), item.path());
 }
 
 bool KelDataStore::SetBlob(IOroDataReceiver* sender, PathPieces path, const void* data,
@@ -489,8 +493,15 @@ bool KelDataStore::SetIntEx(IOroDataReceiver*, const char* path, int32_t value, 
 
 // --- Walks and persistence
 
+// A reference on the store's own reader or writer: a handler may put another in its place while it
+// walks. Other visitors are their caller's, and may live on the stack.
+IPtr<IKelDataVisitor> KelDataStore::heldIfOwn(IKelDataVisitor* visitor) const {
+  return visitor == reader_.get() || visitor == writer_.get() ? visitor : nullptr;
+}
+
 bool KelDataStore::Accept(IKelDataVisitor* visitor) {
   if (visitor == nullptr) return false;
+  const IPtr<IKelDataVisitor> held = heldIfOwn(visitor);
   const Running running(*this);
   const bool accepted = visitor->Begin() && root_.get()->Accept(visitor);
   return visitor->End() && accepted;
@@ -499,6 +510,7 @@ bool KelDataStore::Accept(IKelDataVisitor* visitor) {
 // A handler that a walk calls may start another: each uses the stack above the one it runs in.
 bool KelDataStore::AcceptPath(IKelDataVisitor* visitor, const char* path) {
   if (visitor == nullptr) return false;
+  const IPtr<IKelDataVisitor> held = heldIfOwn(visitor);
   const Running running(*this);
   const int32_t base = walkStack_.count();
   const bool result = walkPath(*visitor, path, base);
@@ -578,10 +590,7 @@ IKelDataVisitor* KelDataStore::CreateXmlWriter(const OroString& path) {
   return make == nullptr ? nullptr : make(path);
 }
 
-bool KelDataStore::Load() {
-  const IPtr<IKelDataVisitor> reader(reader_);
-  return Accept(reader.get());
-}
+bool KelDataStore::Load() { return Accept(reader_.get()); }
 
 bool KelDataStore::ImportIni(const OroString& file, bool expandEnv) {
   return KelDataIniImport(*this, expandEnv).run(file);

@@ -3,7 +3,8 @@
 // IDataStore tells the contract of every operation. Use getGenDataStore() for the process's store
 // and KelCustomDataStore for one of your own. The store owns its tree and holds its reader and
 // writer. What is removed while a walk or a delivery of this store runs stays alive until that is
-// over, so a handler may remove anything. No locks: one thread at a time.
+// over, so a handler may remove anything; it must not destroy the store itself. No locks: one
+// thread at a time.
 #pragma once
 
 #include <cstdint>
@@ -153,6 +154,7 @@ class KelDataStore : public virtual IDataStore {
   void keepEvents(KelDataDirectory& directory);
   void forgetSubtree(KelDataDirectory& top);
 
+  IPtr<IKelDataVisitor> heldIfOwn(IKelDataVisitor* visitor) const;
   IKelDataItem* descend(const char* path);
   bool walkPath(IKelDataVisitor& visitor, const char* path, int32_t base);
   bool enterDirectories(IKelDataVisitor& visitor, int32_t base);

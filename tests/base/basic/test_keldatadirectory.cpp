@@ -6,6 +6,7 @@
 #include "base/basic/keldatavoid.h"
 #include "tests/base/basic/recordingreceiver.h"
 #include "tests/base/basic/recordingvisitor.h"
+#include "tests/support/fakeheap.h"
 
 namespace {
 
@@ -219,6 +220,16 @@ TEST(KelDataDirectory, CollectsNothingWhereOnlyDirectoriesAre) {
   EXPECT_EQ(list.count(), 1);
 }
 
+TEST(KelDataDirectory, FirstChildMakesRoomForTwentyOneSlots) {
+  KelDataDirectory root("");
+  auto* const below = new KelDataDirectory("A");
+  auto* const item = new KelDataInt("i", 0, 0, 1, 0);
+  tests::FakeHeap heap;
+  root.AddDirectory(below);
+  root.AddItem(item);
+  EXPECT_THAT(heap.sizes, ElementsAre(21 * sizeof(void*), 21 * sizeof(void*)));
+}
+
 TEST(KelDataDirectory, HoldsManyChildren) {
   KelDataDirectory root("");
   for (int n = 0; n < 1000; ++n) {
@@ -227,6 +238,30 @@ TEST(KelDataDirectory, HoldsManyChildren) {
   }
   EXPECT_EQ(oroQueryClass<KelDataInt>(root.GetItem("999"))->Get(), 999);
   EXPECT_STREQ(root.GetDirectory("500")->GetName(), "500");
+}
+
+TEST(KelDataDirectory, FirstOfEqualNamesIsFoundAmongMany) {
+  KelDataDirectory root("");
+  KelDataDirectory* twins[3];
+  for (KelDataDirectory*& twin : twins) {
+    for (int n = 0; n < 40; ++n) root.AddDirectory(new KelDataDirectory(std::to_string(n)));
+    root.AddDirectory(twin = new KelDataDirectory("twin"));
+    EXPECT_EQ(root.GetDirectory("twin"), twins[0]);
+    EXPECT_EQ(root.FindDirectory("twinned", 4), twins[0]);
+  }
+  EXPECT_EQ(root.GetDirectory("twi"), nullptr);
+  EXPECT_EQ(root.FindDirectory("twin\0", 5), nullptr);
+  EXPECT_EQ(root.FindDirectory("twin", 0), nullptr);
+  EXPECT_TRUE(root.RemoveDirectory(twins[0]));
+  EXPECT_EQ(root.GetDirectory("twin"), twins[1]);
+  EXPECT_TRUE(root.takeDirectory(twins[2]));
+  delete twins[2];
+  EXPECT_EQ(root.GetDirectory("twin"), twins[1]);
+  EXPECT_TRUE(root.RemoveDirectory(twins[1]));
+  EXPECT_EQ(root.GetDirectory("twin"), nullptr);
+  auto* const late = new KelDataDirectory("twin");
+  root.AddDirectory(late);
+  EXPECT_EQ(root.GetDirectory("twin"), late);
 }
 
 }  // namespace

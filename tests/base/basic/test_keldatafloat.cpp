@@ -78,6 +78,16 @@ TEST(KelDataFloat, LayersCompareByValueAndCopy) {
   EXPECT_FALSE(item.LayersDiffer(0, 3));
 }
 
+TEST(KelDataFloat, ZerosOfEitherSignAreOneValue) {
+  KelDataFloat item("a", 0.0, -1, 1, 0);
+  RecordingReceiver receiver;
+  item.AddReceiver(&receiver);
+  item.Update(-0.0, nullptr, false);
+  EXPECT_THAT(receiver.calls, IsEmpty());
+  EXPECT_TRUE(std::signbit(item.Get()));
+  EXPECT_FALSE(item.LayersDiffer(0, 1));
+}
+
 TEST(KelDataFloat, IsVisitedAndNotifiesAsAFloat) {
   KelDataFloat item("A/f", 1.5, 0, 2, 0);
   RecordingVisitor visitor(IKelDataVisitor::kWriting);

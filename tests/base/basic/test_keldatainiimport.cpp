@@ -1,9 +1,12 @@
 #include "base/basic/keldatainiimport.h"
 
+#include <filesystem>
 #include <optional>
 #include <random>
 #include <string>
+#include <system_error>
 
+#include "platform/files.h"
 #include "platform/process.h"
 #include "tests/base/basic/storetest.h"
 #include "tests/tempfolder.h"
@@ -16,12 +19,24 @@ using testing::IsEmpty;
 class IniImportTest : public tests::StoreTest {
  protected:
   bool import(std::string_view bytes, bool expandEnv = false) {
-    const auto path = folder.write("settings" + std::to_string(++files) + ".ini", bytes);
+    path = folder.write("settings" + std::to_string(++files) + ".ini", bytes);
     return store.ImportIni(OroString(path.u16string().c_str()), expandEnv);
+  }
+  // Whether this process still holds the file of the last import.
+  bool isOpen() const {
+    if (std::filesystem::path::preferred_separator == '\\') {
+      return !platform::removeFile(path.u16string());
+    }
+    for (const auto& descriptor : std::filesystem::directory_iterator("/proc/self/fd")) {
+      std::error_code gone;  // the descriptor of this walk is among them
+      if (std::filesystem::read_symlink(descriptor, gone) == path) return true;
+    }
+    return false;
   }
   const char* text(const char* path) { return store.GetString(path, nullptr); }
 
   tests::TempFolder folder;
+  std::filesystem::path path;  // of the last import
   int files = 0;
 };
 
@@ -129,6 +144,8 @@ TEST_F(IniImportTest, LineHoldsUpTo4095CharactersWithItsLineFeed) {
   EXPECT_TRUE(import(head + std::string(room, 'x') + "\n"));
   EXPECT_EQ(std::string(text("A/b")), std::string(room, 'x'));
   store.Clear();
+  EXPECT_FALSE(import(head + std::string(room + 1, 'x') + "\n"));
+  EXPECT_FALSE(store.Exists("A/b"));
   EXPECT_FALSE(import("[C]\nbefore=1\n" + std::string(4095, 'y') + "=1\nafter=1\n"));
   EXPECT_STREQ(text("C/before"), "1");
   EXPECT_THAT(pathsIn("C"), ElementsAre("C/before"));
@@ -201,6 +218,23 @@ TEST_F(IniImportTest, ManyLinesAreRead) {
     bytes += "key" + std::to_string(n) + "=" + std::to_string(n) + "\n";
   EXPECT_TRUE(import(bytes));
   EXPECT_STREQ(text("A/key49999"), "49999");
+}
+
+TEST_F(IniImportTest, ManySectionsAreRead) {
+  std::string bytes;
+  for (int n = 0; n < 50000; ++n) bytes += "[section " + std::to_string(n) + "]\nb=1\n";
+  EXPECT_TRUE(import(bytes));
+  EXPECT_STREQ(text("section 49999/b"), "1");
+}
+
+// Whoever wrote the file may wait for it in vain; an import that went well gives it back.
+TEST_F(IniImportTest, FileStaysOpenOnlyWhereTheImportEndedEarly) {
+  EXPECT_TRUE(import("[A]\nb=1\n"));
+  EXPECT_FALSE(isOpen());
+  EXPECT_FALSE(import("[A]\nb=1"));
+  EXPECT_TRUE(isOpen());
+  EXPECT_FALSE(import("[A\n"));
+  EXPECT_TRUE(isOpen());
 }
 
 TEST_F(IniImportTest, DeepSectionsAreMadeAndRemoved) {

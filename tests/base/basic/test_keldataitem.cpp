@@ -14,11 +14,13 @@
 #include "tests/base/basic/assertionlog.h"
 #include "tests/base/basic/recordingreceiver.h"
 #include "tests/base/basic/recordingvisitor.h"
+#include "tests/support/fakeheap.h"
 
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::IsSupersetOf;
 using tests::AssertionLog;
 using tests::Log;
 using tests::RecordingReceiver;
@@ -151,6 +153,14 @@ TEST(KelDataItem, ReceiverIndexStartsAtZeroAndIsNullOutside) {
   EXPECT_EQ(item.GetReceiver(1), &b);
   EXPECT_EQ(item.GetReceiver(2), nullptr);
   EXPECT_EQ(item.GetReceiver(-1), nullptr);
+}
+
+TEST(KelDataItem, FirstReceiverMakesRoomForTwentyOneSlotsAndSeventeenChains) {
+  KelDataInt item = number();
+  RecordingReceiver receiver;
+  tests::FakeHeap heap;
+  item.AddReceiver(&receiver);
+  EXPECT_THAT(heap.sizes, IsSupersetOf({21 * sizeof(void*), 17 * sizeof(void*)}));
 }
 
 TEST(KelDataItem, ManyReceiversHearInTheOrderOfTheirSlots) {
@@ -311,6 +321,20 @@ TEST(KelDataItem, SelfRemovalLeavesAGapThatTheNextDeliveryCloses) {
   EXPECT_THAT(leaver.calls, ElementsAre("int A/b 2"));
 }
 
+TEST(KelDataItem, GapClosedBeforeDoesNotHastenTheNextOne) {
+  KelDataInt item = number();
+  RecordingReceiver gone, leaver, other;
+  for (RecordingReceiver* receiver : {&gone, &leaver, &other}) item.AddReceiver(receiver);
+  item.RemoveReceiver(&gone);
+  item.Update(2, nullptr, false);
+  EXPECT_EQ(item.GetReceiverCount(), 2);
+  leaver.handler = [&] { item.RemoveReceiver(&leaver); };
+  item.Update(3, nullptr, false);
+  EXPECT_EQ(item.GetReceiverCount(), 2);
+  item.Update(4, nullptr, false);
+  EXPECT_EQ(item.GetReceiverCount(), 1);
+}
+
 TEST(KelDataItem, SelfRemovalLeavesNoBlockBehind) {
   KelDataInt item = number();
   RecordingReceiver leaver;
@@ -430,6 +454,101 @@ TEST(KelDataItem, ReceiversWithTheSameLowHalfOfTheAddressAreTwo) {
   EXPECT_FALSE(item.IsReceiverBlocked(near));
   EXPECT_TRUE(item.IsReceiverBlocked(far));
 }
+
+// One item of each kind, and a change of it that its receivers hear of.
+struct Kind {
+  const char* name;
+  std::unique_ptr<KelDataItem> (*make)();
+  void (*change)(KelDataItem& item, int to);
+  bool countsAsDelivery = true;
+};
+
+void PrintTo(const Kind& kind, std::ostream* stream) { *stream << kind.name; }
+
+const Kind kValueKinds[] = {
+    {"int", [] { return std::unique_ptr<KelDataItem>(new KelDataInt("a", 0, 0, 9, 0)); },
+     [](KelDataItem& item, int to) { static_cast<KelDataInt&>(item).Update(to, nullptr, false); }},
+    {"float", [] { return std::unique_ptr<KelDataItem>(new KelDataFloat("a", 0, 0, 9, 0)); },
+     [](KelDataItem& item, int to) {
+       static_cast<KelDataFloat&>(item).Update(to, nullptr, false);
+     }},
+    {"string", [] { return std::unique_ptr<KelDataItem>(new KelDataString("a", 9, "0", 0)); },
+     [](KelDataItem& item, int to) {
+       static_cast<KelDataString&>(item).Update(std::to_string(to).c_str(), nullptr, false);
+     }},
+    {"wide",
+     [] { return std::unique_ptr<KelDataItem>(new KelDataOroString("a", 9, OroString(0), 0)); },
+     [](KelDataItem& item, int to) {
+       static_cast<KelDataOroString&>(item).Update(OroString(to), nullptr, false);
+     },
+     false},
+    {"blob", [] { return std::unique_ptr<KelDataItem>(new KelDataBlob("a", 4, nullptr, 0)); },
+     [](KelDataItem& item, int to) {
+       static_cast<KelDataBlob&>(item).Update(&to, 4, nullptr, false);
+     },
+     false},
+};
+
+class EveryKindTest : public testing::TestWithParam<Kind> {
+ protected:
+  void change(int to) { GetParam().change(*item, to); }
+
+  std::unique_ptr<KelDataItem> item = GetParam().make();
+};
+
+TEST_P(EveryKindTest, UnchangedValueIsStoredInAllLayersWhereTheItemIsSoMarked) {
+  change(1);
+  EXPECT_TRUE(item->LayersDiffer(0, 1));
+  item->SetFlags(IKelDataItem::kInitialiseAll);
+  change(1);
+  for (int layer = 1; layer < 4; ++layer) EXPECT_FALSE(item->LayersDiffer(0, layer));
+}
+
+TEST_P(EveryKindTest, NestedChangeClosesGapsUnlessTheOuterOneCountsAsADelivery) {
+  RecordingReceiver gone, nesting;
+  item->AddReceiver(&gone);
+  item->AddReceiver(&nesting);
+  item->RemoveReceiver(&gone);
+  int32_t within = 0;
+  nesting.handler = [&] {
+    change(2);
+    within = item->GetReceiverCount();
+  };
+  change(1);
+  EXPECT_EQ(within, GetParam().countsAsDelivery ? 2 : 1);
+  EXPECT_EQ(item->GetReceiverCount(), 1);
+}
+
+TEST_P(EveryKindTest, FiringCountsAsADelivery) {
+  RecordingReceiver gone, nesting;
+  item->AddReceiver(&gone);
+  item->AddReceiver(&nesting);
+  item->RemoveReceiver(&gone);
+  int32_t within = 0;
+  nesting.handler = [&] {
+    change(2);
+    within = item->GetReceiverCount();
+  };
+  item->fire(nullptr, false);
+  EXPECT_EQ(within, 2);
+  EXPECT_EQ(item->GetReceiverCount(), 1);
+}
+
+TEST_P(EveryKindTest, DeliveryEndsWhereAHandlerDestroysTheItem) {
+  Log log;
+  RecordingReceiver outer("outer", log), inner("inner", log), later("later", log);
+  for (RecordingReceiver* receiver : {&outer, &inner, &later}) item->AddReceiver(receiver);
+  outer.handler = [&] { change(2); };
+  inner.handler = [&] { item.reset(); };
+  change(1);
+  EXPECT_EQ(outer.calls.size(), 1u);
+  EXPECT_EQ(inner.calls.size(), 1u);
+  EXPECT_THAT(later.calls, IsEmpty());
+  EXPECT_EQ(item, nullptr);
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, EveryKindTest, testing::ValuesIn(kValueKinds),
+                         [](const auto& kind) { return std::string(kind.param.name); });
 
 TEST(KelDataVoid, FiresOnNotifyToEveryReceiver) {
   KelDataVoid item("A/go", 0);

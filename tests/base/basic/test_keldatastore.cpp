@@ -1,8 +1,12 @@
 #include "base/basic/keldatastore.h"
 
 #include <climits>
+#include <functional>
 #include <limits>
+#include <memory>
 
+#include "base/basic/gendatastore.h"
+#include "base/basic/kelcustomdatastore.h"
 #include "base/basic/keldatavisitor.h"
 #include "tests/base/basic/assertionlog.h"
 #include "tests/base/basic/recordingvisitor.h"
@@ -361,6 +365,14 @@ TEST_F(StoreTest, SettersRefuseMissingItemsAndOtherKinds) {
   EXPECT_FALSE(store.SetBlob(nullptr, "s", "1", 1));
   EXPECT_FALSE(store.SetIntEx(nullptr, "s", 1, 2));
   EXPECT_FALSE(store.Fire(nullptr, "missing"));
+  const char* const missing[] = {"miss", "ing", nullptr};
+  EXPECT_FALSE(store.SetInt(nullptr, missing, 1));
+  EXPECT_FALSE(store.SetFloat(nullptr, missing, 1));
+  EXPECT_FALSE(store.SetString(nullptr, missing, "1"));
+  EXPECT_FALSE(store.SetOroString(nullptr, missing, text));
+  EXPECT_FALSE(store.SetBlob(nullptr, missing, "1", 1));
+  EXPECT_FALSE(store.SetIntEx(nullptr, missing, 1, 2));
+  EXPECT_FALSE(store.Fire(nullptr, missing));
   EXPECT_EQ(store.GetInt("i", nullptr), 5);
   EXPECT_STREQ(store.GetString("s", nullptr), "x");
 }
@@ -424,7 +436,12 @@ TEST_F(StoreTest, FrozenSettersSucceedAndDoNothing) {
     EXPECT_TRUE(store.Fire(nullptr, path));
   }
   EXPECT_TRUE(store.SetInt(nullptr, missing, 9));
+  EXPECT_TRUE(store.SetFloat(nullptr, missing, 9));
   EXPECT_TRUE(store.SetString(nullptr, missing, "9"));
+  EXPECT_TRUE(store.SetOroString(nullptr, missing, text));
+  EXPECT_TRUE(store.SetBlob(nullptr, missing, "9", 1));
+  EXPECT_TRUE(store.SetIntEx(nullptr, missing, 9, 9));
+  EXPECT_TRUE(store.Fire(nullptr, missing));
   EXPECT_TRUE(store.Fire(nullptr, "v"));
   store.NotifyAll();
   EXPECT_EQ(store.GetInt("i", nullptr), 5);
@@ -600,6 +617,9 @@ TEST_F(StoreTest, CollectsADirectoryOrTheItemItself) {
   EXPECT_EQ(list.count(), 2);
   EXPECT_STREQ(list[1], "A/i");
   EXPECT_STREQ(list[2], "A/i");
+  makeInt("");
+  EXPECT_FALSE(store.CollectPaths("", list)) << "the empty path does not exist";
+  EXPECT_EQ(list.count(), 2);
 }
 
 TEST_F(StoreTest, ClearForgetsEverythingAndReplacesTheRoot) {
@@ -787,14 +807,25 @@ std::vector<std::string> indexOrder(const std::vector<std::string>& paths, size_
 }
 
 struct IndexSize {
-  int32_t expected;
+  IDataStore* (*make)();
   size_t buckets;
 };
+
+template <int32_t expected>
+IDataStore* expecting() {
+  return new KelDataStore(true, 5, expected);
+}
+
+template <class Store>
+IDataStore* made() {
+  return new Store;
+}
 
 class IndexOrderTest : public testing::TestWithParam<IndexSize> {};
 
 TEST_P(IndexOrderTest, NotifyAllGoesByTheIndex) {
-  KelDataStore store(true, 5, GetParam().expected);
+  const IPtr<IDataStore> held(GetParam().make());
+  IDataStore& store = *held;
   RecordingReceiver receiver;
   std::vector<std::string> paths;
   store.CreateDirectory("\xC3\xA4");
@@ -814,8 +845,11 @@ TEST_P(IndexOrderTest, NotifyAllGoesByTheIndex) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Sizes, IndexOrderTest,
-                         testing::Values(IndexSize{3000, 4099}, IndexSize{20, 37}, IndexSize{5, 5},
-                                         IndexSize{2, 17}, IndexSize{0, 17}, IndexSize{-5, 17}));
+                         testing::Values(IndexSize{made<GenDataStore>, 4099},
+                                         IndexSize{made<KelCustomDataStore>, 37},
+                                         IndexSize{expecting<5>, 5}, IndexSize{expecting<2>, 17},
+                                         IndexSize{expecting<0>, 17},
+                                         IndexSize{expecting<-5>, 17}));
 
 TEST_F(StoreTest, NotifyAllPassesItemsThatAHandlerRemovedAndNewOnes) {
   std::vector<std::string> paths;
@@ -834,6 +868,26 @@ TEST_F(StoreTest, NotifyAllPassesItemsThatAHandlerRemovedAndNewOnes) {
   EXPECT_EQ(receiver.calls.size(), 1u);
 }
 
+TEST_F(StoreTest, NotifyAllReachesItemsThatAHandlerPutInPlaceOfOthers) {
+  RecordingReceiver receiver;
+  for (const char* path : {"a", "b"}) {
+    makeInt(path, 1);
+    store.AddReceiver(path, &receiver);
+  }
+  receiver.handler = [&] {
+    receiver.handler = nullptr;
+    for (const char* path : {"a", "b"}) {
+      store.RemoveItem(path);
+      store.CreateString(path, 9, "new", 0);
+      store.AddReceiver(path, &receiver);
+    }
+  };
+  store.NotifyAll();
+  ASSERT_EQ(receiver.calls.size(), 2u);
+  EXPECT_EQ(receiver.calls[0].substr(0, 4), "int ");
+  EXPECT_EQ(receiver.calls[1], receiver.calls[0] == "int a 1" ? "string b new" : "string a new");
+}
+
 // --- Removal while handlers run
 
 TEST_F(StoreTest, HandlerMayRemoveTheItemThatIsBeingSet) {
@@ -846,10 +900,30 @@ TEST_F(StoreTest, HandlerMayRemoveTheItemThatIsBeingSet) {
   remover.handler = [&] { EXPECT_TRUE(store.RemoveItem("A/s")); };
   AssertionLog assertions;
   EXPECT_TRUE(store.SetString(nullptr, "A/s", "a text that is no short one"));
-  EXPECT_THAT(log, ElementsAre("remover: string A/s a text that is no short one",
-                               "later: string A/s a text that is no short one"));
+  EXPECT_THAT(log, ElementsAre("remover: string A/s a text that is no short one"));
   EXPECT_FALSE(store.Exists("A/s"));
   EXPECT_THAT(assertions.files, IsEmpty());
+}
+
+// Once an item is gone, nobody can take a receiver off it by its path.
+TEST_F(StoreTest, ReceiversMayDieWithTheItemThatAHandlerRemoved) {
+  const std::function<void()> removals[] = {[&] { store.RemoveItem("A/i"); },
+                                            [&] { store.RemoveDirectory("A"); },
+                                            [&] { store.Clear(); }};
+  for (const auto& remove : removals) {
+    makeInt("A/i");
+    RecordingReceiver remover;
+    auto doomed = std::make_unique<RecordingReceiver>();
+    store.AddReceiver("A/i", &remover);
+    store.AddReceiver("A/i", doomed.get());
+    remover.handler = [&] {
+      remove();
+      EXPECT_FALSE(store.RemoveReceiver("A/i", doomed.get()));
+      doomed.reset();
+    };
+    EXPECT_TRUE(store.SetInt(nullptr, "A/i", 5));
+    EXPECT_EQ(remover.calls.size(), 1u);
+  }
 }
 
 TEST_F(StoreTest, HandlerMayRemoveTheDirectoryOrClearTheStore) {
@@ -872,15 +946,24 @@ TEST_F(StoreTest, HandlerMayRemoveTheDirectoryOrClearTheStore) {
   EXPECT_EQ(receiver.calls.size(), 2u);
 }
 
-TEST_F(StoreTest, FiredEventMayClearTheStore) {
-  store.CreateVoid("v", 0);
-  RecordingReceiver receiver;
-  store.AddReceiver("v", &receiver);
-  receiver.handler = [&] {
-    store.RemoveItem("v");
-    store.Clear();
+TEST_F(StoreTest, FiredEventMayClearTheStoreAndItsPathHoldsForTheCall) {
+  class Clearing : public RecordingReceiver {
+   public:
+    explicit Clearing(KelDataStore& store) : store_(store) {}
+    void OnVoidFired(const char* path) override {
+      store_.RemoveItem("v");
+      store_.Clear();
+      RecordingReceiver::OnVoidFired(path);
+    }
+
+   private:
+    KelDataStore& store_;
   };
+  store.CreateVoid("v", 0);
+  Clearing receiver(store);
+  store.AddReceiver("v", &receiver);
   EXPECT_TRUE(store.Fire(nullptr, "v"));
+  EXPECT_THAT(receiver.calls, ElementsAre("void v"));
   EXPECT_FALSE(store.Exists("v"));
 }
 

@@ -221,6 +221,17 @@ TEST(StoreCheck, EntriesThatLeadNowhereFail) {
   EXPECT_TRUE(store.CheckIndexes());
 }
 
+TEST(StoreCheck, ItemsWithoutTheirDirectoryFail) {
+  KelDataStore store(true, 5, 20);
+  store.CreateDirectory("A");
+  store.CreateVoid("A/v", 0);
+  store.RemoveItem("A/v");
+  EXPECT_TRUE(store.CheckIndexes());
+  store.RemoveDirectory("A");
+  EXPECT_TRUE(store.Exists("A/v"));
+  EXPECT_FALSE(store.CheckIndexes());
+}
+
 // --- Readers, writers and the journal
 
 class StoreDocumentTest : public testing::Test {
@@ -415,6 +426,44 @@ TEST_F(StoreDocumentTest, WriterMayBeReplacedByAHandlerWhileItWrites) {
   store.SetWriter(new Replacing(store));
   EXPECT_TRUE(store.SetInt(nullptr, "i", 5));
   EXPECT_EQ(store.GetWriter(), nullptr);
+}
+
+TEST_F(StoreDocumentTest, ReaderMayBeReplacedWhileItReads) {
+  store.CreateInt("i", 1, 0, 9, 1);
+  class Replaced : public KelDataVisitor {
+   public:
+    Replaced(KelDataStore& store, tests::Log& log)
+        : KelDataVisitor(kReading), store_(store), log_(log) {}
+    ~Replaced() override { log_.push_back("destroyed"); }
+    bool VisitItem(IKelDataItem*) override {
+      store_.SetReader(nullptr);
+      return true;
+    }
+    bool End() override {
+      log_.push_back("end");
+      return true;
+    }
+
+   private:
+    KelDataStore& store_;
+    tests::Log& log_;
+  };
+  tests::Log log;
+  store.SetReader(new Replaced(store, log));
+  EXPECT_TRUE(store.Accept(store.GetReader()));
+  store.SetReader(new Replaced(store, log));
+  EXPECT_TRUE(store.AcceptPath(store.GetReader(), "i"));
+  EXPECT_THAT(log, ElementsAre("end", "destroyed", "end", "destroyed"));
+}
+
+TEST_F(StoreDocumentTest, SetOfAJournalledItemBehindAnEmptySegmentIsAnAssertion) {
+  store.CreateDirectory("A/");
+  store.CreateInt("A//i", 1, 0, 9, 3);
+  AssertionLog assertions;
+  EXPECT_TRUE(store.SetInt(nullptr, "A//i", 5));
+  EXPECT_EQ(store.GetInt("A//i", nullptr), 5);
+  EXPECT_THAT(assertions.files, ElementsAre("base/basic/keldata"));
+  EXPECT_THAT(document.journal, IsEmpty());
 }
 
 TEST_F(StoreDocumentTest, ItemThatAHandlerRemovedIsNotJournalled) {
