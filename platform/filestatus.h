@@ -22,4 +22,7 @@ struct FileStatus {
 /// False, and nothing stored, if there is no such file. Links are followed.
 bool fileStatus(std::u16string_view path, FileStatus& status);
 
+/// True if both paths lead to one file, by whatever names. False if either leads nowhere.
+bool isSameFile(std::u16string_view one, std::u16string_view other);
+
 }  // namespace platform

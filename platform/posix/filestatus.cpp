@@ -19,4 +19,12 @@ bool fileStatus(std::u16string_view path, FileStatus& status) {
   return true;
 }
 
+bool isSameFile(std::u16string_view one, std::u16string_view other) {
+  struct stat first = {};
+  struct stat second = {};
+  return stat(toSystemPath(one).c_str(), &first) == 0 &&
+         stat(toSystemPath(other).c_str(), &second) == 0 && first.st_dev == second.st_dev &&
+         first.st_ino == second.st_ino;
+}
+
 }  // namespace platform

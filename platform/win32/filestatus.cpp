@@ -14,6 +14,18 @@ std::int64_t secondsOf(const FILETIME& time) {
   return ticks / ticksPerSecond - secondsTo1970;
 }
 
+// What the volume knows the file by.
+bool identityOf(std::u16string_view path, BY_HANDLE_FILE_INFORMATION& identity) {
+  constexpr DWORD anyUse = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+  // Without the last flag a directory does not open.
+  const HANDLE file = CreateFileW(toWidePath(path).c_str(), 0, anyUse, nullptr, OPEN_EXISTING,
+                                  FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+  if (file == INVALID_HANDLE_VALUE) return false;
+  const bool known = GetFileInformationByHandle(file, &identity) != 0;
+  CloseHandle(file);
+  return known;
+}
+
 }  // namespace
 
 bool pathAllows(std::u16string_view path, int access) {
@@ -27,6 +39,15 @@ bool fileStatus(std::u16string_view path, FileStatus& status) {
   status.modified = secondsOf(data.ftLastWriteTime);
   status.isDirectory = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
   return true;
+}
+
+bool isSameFile(std::u16string_view one, std::u16string_view other) {
+  BY_HANDLE_FILE_INFORMATION first = {};
+  BY_HANDLE_FILE_INFORMATION second = {};
+  return identityOf(one, first) && identityOf(other, second) &&
+         first.dwVolumeSerialNumber == second.dwVolumeSerialNumber &&
+         first.nFileIndexHigh == second.nFileIndexHigh &&
+         first.nFileIndexLow == second.nFileIndexLow;
 }
 
 }  // namespace platform

@@ -60,6 +60,18 @@ TEST_F(FileStatuses, AnAbsentFileStoresNothing) {
   EXPECT_EQ(status.modified, 8);
 }
 
+TEST_F(FileStatuses, OneFileIsKnownByAllItsNames) {
+  folder_.write("a", "x");
+  folder_.write("b", "x");
+  folder_.write("d/c", "x");
+  EXPECT_TRUE(platform::isSameFile(text("a"), text("a")));
+  EXPECT_TRUE(platform::isSameFile(text("a"), text("d") + u"\\..\\a"));
+  EXPECT_TRUE(platform::isSameFile(text("d"), text("d") + u"\\."));
+  EXPECT_FALSE(platform::isSameFile(text("a"), text("b")));
+  EXPECT_FALSE(platform::isSameFile(text("absent"), text("absent")));
+  EXPECT_FALSE(platform::isSameFile(text("a"), text("absent")));
+}
+
 TEST_F(FileStatuses, AccessAsksForExistenceReadingAndWriting) {
   folder_.write("a", "x");
   for (const int access : {0, 2, 4, 6}) {
