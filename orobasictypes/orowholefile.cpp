@@ -2,6 +2,7 @@
 
 #include "orobasictypes/oropath.h"
 #include "platform/files.h"
+#include "platform/filestream.h"
 
 bool OroWholeFile::open(const OroPath& target) {
   discard();
@@ -18,7 +19,7 @@ bool OroWholeFile::open(const OroPath& target) {
 
 bool OroWholeFile::write(const char* bytes, size_t size) {
   if (stream_ == nullptr || failed_) return false;
-  if (std::fwrite(bytes, 1, size, stream_) != size) failed_ = true;
+  if (platform::writeBlock(stream_, bytes, size) != size) failed_ = true;
   return !failed_;
 }
 

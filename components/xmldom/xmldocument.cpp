@@ -12,10 +12,10 @@
 
 namespace {
 
-// Line ends are left alone, blank text is kept, and what stands outside the root comes as a node,
-// so that it can be refused.
-constexpr unsigned kParseOptions =
-    pugi::parse_cdata | pugi::parse_escapes | pugi::parse_ws_pcdata | pugi::parse_fragment;
+// Line ends are left alone, blank text is kept, a declaration may only stand at the top, and what
+// stands outside the root comes as a node, so that it can be refused.
+constexpr unsigned kParseOptions = pugi::parse_cdata | pugi::parse_escapes | pugi::parse_ws_pcdata |
+                                   pugi::parse_declaration | pugi::parse_fragment;
 
 constexpr const char* kOutside = "Text outside the root element";
 
@@ -46,7 +46,7 @@ XmlDocument::Problem XmlDocument::parseSource() {
     const auto offset = static_cast<const char*>(zero) - source_.begin();
     return {"A character that is not allowed", static_cast<size_t>(offset)};
   }
-  // The parser takes the last byte for an end mark, which the zero behind the text is.
+  // The parser puts its end mark in place of the last byte, which is the one behind the text.
   const pugi::xml_parse_result result = tree_.load_buffer_inplace(
       source_.begin(), source_.size() + 1, kParseOptions, pugi::encoding_utf8);
   if (!result) return {result.description(), static_cast<size_t>(result.offset)};
@@ -56,6 +56,7 @@ XmlDocument::Problem XmlDocument::parseSource() {
 XmlDocument::Problem XmlDocument::findRoot() {
   pugi::xml_node root;
   for (const pugi::xml_node node : tree_.children()) {
+    if (node.type() == pugi::node_declaration) continue;
     const auto offset = static_cast<size_t>(node.offset_debug());
     if (node.type() == pugi::node_element) {
       if (root) return {"A second root element", offset - 1};

@@ -1,5 +1,6 @@
 #include "components/xmldom/xmlprinter.h"
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 
@@ -43,11 +44,13 @@ class Printer {
 
  private:
   static constexpr size_t kBlock = size_t{1} << 16;
+  // Deeper elements go no further to the right, so that a file grows with what it says alone.
+  static constexpr size_t kMostTabs = 64;
 
   void startTag(const XmlElement& element);
   void endTag(const XmlElement& element, bool onOwnLine);
   void escaped(std::string_view text, Place place);
-  void newLine() { (out_ += '\n').append(depth_, '\t'); }
+  void newLine() { (out_ += '\n').append(std::min(depth_, kMostTabs), '\t'); }
   bool flush();
 
   OroWholeFile& file_;

@@ -55,7 +55,7 @@ const char* XmlSource::readAll(OroFileReader& file) {
   if (bytes_ == nullptr) return kNoMemory;
   if (file.failed()) return "The file %1 could not be read to its end";
   begin_ = bytes_.get();
-  begin_[size_] = '\0';
+  begin_[size_] = '\n';
   return nullptr;
 }
 
@@ -66,7 +66,7 @@ const char* XmlSource::takeUnits(std::u16string_view units) {
   std::unique_ptr<char[]> bytes = newBytes(units.size() * xmltext::kBytesPerUnit + 1);
   if (bytes == nullptr) return kNoMemory;
   char* const end = xmltext::encode(units, bytes.get());
-  *end = '\0';
+  *end = '\n';
   bytes_ = std::move(bytes);
   begin_ = bytes_.get();
   size_ = static_cast<size_t>(end - begin_);

@@ -1,5 +1,5 @@
 // XmlSource: the text of a document as the parser takes it: UTF-8 without a mark in front, with a
-// zero byte behind it.
+// line feed behind it.
 //
 //   XmlSource source;
 //   const char* problem = source.readFile(path);

@@ -46,6 +46,7 @@ LAYERS = [
     ("components/initserver/", KIT + ["components/initserver/"]),
     ("components/commandline/", KIT + ["components/commandline/"]),
     ("components/points/", KIT + ["components/points/"]),
+    ("components/xmldom/", KIT + ["components/xmldom/"]),
     ("tests/", [""]),
     ("bench/", [""]),
     ("examples/", [""]),
@@ -54,6 +55,7 @@ LAYERS = [
 
 # Headers in angle brackets that a folder may include beside those of the C++ library.
 THIRD_PARTY = {
+    "components/xmldom/": ["pugixml.hpp"],
     "tests/": ["gtest/", "gmock/"],
 }
 
