@@ -214,8 +214,8 @@ TEST_F(OroFileWriteTest, TheGoldenFilesAreMadeByteForByte) {
     writer.EndObject();
     ASSERT_TRUE(writer.Close());
     const tests::TempFolder none;
-    const auto golden = tests::sourceDir() / "tests/formats/golden";
-    EXPECT_EQ(content(), none.read(golden / (version == 0 ? "wide.model" : "narrow.model")));
+    const auto golden = tests::sourceDir() / "tests/formats/golden/modelfile";
+    EXPECT_EQ(content(), none.read(golden / (version == 0 ? "example.model" : "narrow.model")));
   }
 }
 
