@@ -1,38 +1,21 @@
 #include "platform/memoryregistry.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <map>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "platform/registrytree.h"
+
 namespace platform {
 namespace {
 
-constexpr std::size_t longestKeyName = 255;
-constexpr int deepestLevel = 512;
-constexpr std::uint32_t mayQuery = 1;
-constexpr std::uint32_t maySet = 2;
-constexpr std::uint32_t mayCreate = 4;
-
-std::u16string folded(std::u16string_view name) {
-  std::u16string out(name);
-  for (char16_t& c : out) {
-    if (c >= u'A' && c <= u'Z') c = static_cast<char16_t>(c + 32);
-  }
-  return out;
-}
-
-/// The folded names in a key path; empty ones between separators don't count. Nothing if a name
-/// is longer than any key may have.
+/// The names in a key path, folded.
 std::optional<std::vector<std::u16string>> splitPath(std::u16string_view path) {
-  std::vector<std::u16string> names;
-  while (!path.empty()) {
-    const std::size_t end = std::min(path.find(u'\\'), path.size());
-    if (end > longestKeyName) return std::nullopt;
-    if (end > 0) names.push_back(folded(path.substr(0, end)));
-    path.remove_prefix(std::min(end + 1, path.size()));
+  auto names = splitRegistryPath(path);
+  if (names) {
+    for (std::u16string& name : *names) name = foldedRegistryName(name);
   }
   return names;
 }
@@ -40,15 +23,10 @@ std::optional<std::vector<std::u16string>> splitPath(std::u16string_view path) {
 }  // namespace
 
 struct MemoryRegistry::Node {
-  struct Value {
-    std::uint32_t type;
-    std::vector<std::byte> data;
-  };
-
-  int level = 0;                                         // roots are 0
+  std::size_t level = 0;                                 // roots are 0
   bool removed = false;                                  // no longer part of the tree
   std::map<std::u16string, std::shared_ptr<Node>> keys;  // by folded name
-  std::map<std::u16string, Value> values;                // by folded name
+  std::map<std::u16string, RegistryValue> values;        // by folded name
 
   void remove() {
     removed = true;
@@ -111,13 +89,13 @@ std::int32_t MemoryRegistry::createKey(RegistryKey parent, std::u16string_view n
   if (!names) return registryBadParameter;
   std::shared_ptr<Node> node = handle->node;
   if (node->removed) return registryNotFound;
-  if (node->level + static_cast<std::int64_t>(names->size()) > deepestLevel) {
+  if (node->level + names->size() > deepestRegistryLevel) {
     return registryBadParameter;
   }
   for (const std::u16string& step : *names) {
     auto found = node->keys.find(step);
     if (found == node->keys.end()) {
-      if ((handle->access & mayCreate) == 0) return registryAccessDenied;
+      if ((handle->access & registryMayCreate) == 0) return registryAccessDenied;
       auto child = std::make_shared<Node>();
       child->level = node->level + 1;
       found = node->keys.emplace(step, std::move(child)).first;
@@ -132,18 +110,10 @@ std::int32_t MemoryRegistry::queryValue(RegistryKey key, std::u16string_view nam
   const Handle* handle = handleOf(key);
   if (handle == nullptr) return registryBadKey;
   if (data != nullptr && size == nullptr) return registryBadParameter;
-  if ((handle->access & mayQuery) == 0) return registryAccessDenied;
-  const auto found = handle->node->values.find(folded(name));
+  if ((handle->access & registryMayQuery) == 0) return registryAccessDenied;
+  const auto found = handle->node->values.find(foldedRegistryName(name));
   if (found == handle->node->values.end() || handle->node->removed) return registryNotFound;
-  const Node::Value& value = found->second;
-  if (type != nullptr) *type = value.type;
-  if (size == nullptr) return registryOk;
-  const std::uint32_t room = *size;
-  *size = static_cast<std::uint32_t>(value.data.size());
-  if (data == nullptr) return registryOk;
-  if (room < value.data.size()) return registryMoreData;
-  std::copy(value.data.begin(), value.data.end(), static_cast<std::byte*>(data));
-  return registryOk;
+  return found->second.handOut(type, data, size);
 }
 
 std::int32_t MemoryRegistry::setValue(RegistryKey key, std::u16string_view name, std::uint32_t type,
@@ -151,10 +121,10 @@ std::int32_t MemoryRegistry::setValue(RegistryKey key, std::u16string_view name,
   const Handle* handle = handleOf(key);
   if (handle == nullptr) return registryBadKey;
   if (data == nullptr && size != 0) return registryBadParameter;
-  if ((handle->access & maySet) == 0) return registryAccessDenied;
+  if ((handle->access & registryMaySet) == 0) return registryAccessDenied;
   if (handle->node->removed) return registryNotFound;
-  const auto* bytes = static_cast<const std::byte*>(data);
-  handle->node->values[folded(name)] = {type, std::vector<std::byte>(bytes, bytes + size)};
+  const std::string bytes(static_cast<const char*>(data), size);
+  handle->node->values[foldedRegistryName(name)] = {std::u16string(name), type, bytes};
   return registryOk;
 }
 

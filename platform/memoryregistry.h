@@ -1,9 +1,8 @@
 #pragma once
 
-// A registry that lives in the process: the system's own on Linux, and a clean one for tests on
-// every system. Names are found in any case of their ASCII letters.
-// Keys it gives out stay valid until they are closed, also after their tree was removed: then
-// they give registryNotFound. Main thread only.
+// A registry that lives in the process: a clean one for tests on every system. Names are found in
+// any case of their ASCII letters. Keys it gives out stay valid until they are closed, also after
+// their tree was removed: then they give registryNotFound. Main thread only.
 
 #include <cstdint>
 #include <memory>

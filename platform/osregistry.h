@@ -1,7 +1,8 @@
 #pragma once
 
 // The operating system's registry: keys with typed values below two roots. Windows has its own;
-// elsewhere a tree in the process stands in, which another store can replace (setRegistryStore).
+// elsewhere two text files stand in (fileregistry.h). Another store can take its place
+// (setRegistryStore).
 // Names are compared without regard to case; a key's name may be a path with "\".
 // A key that was opened or created is closed by its caller. Calls give a status, 0 for success.
 // Main thread only.
@@ -24,6 +25,8 @@ inline constexpr std::int32_t registryAccessDenied = 5;
 inline constexpr std::int32_t registryBadKey = 6;
 inline constexpr std::int32_t registryBadParameter = 87;
 inline constexpr std::int32_t registryMoreData = 234;
+inline constexpr std::int32_t registryDamaged = 1015;
+inline constexpr std::int32_t registryIoFailed = 1016;
 
 /// Types of values.
 inline constexpr std::uint32_t registryTypeNone = 0;

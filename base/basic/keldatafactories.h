@@ -2,8 +2,8 @@
 // formats, so that neither includes the other.
 //
 // Each function makes a new visitor with a count of 0; a null function stands for a format that
-// this build does not have, and the store then makes none. Filled before the first store is made;
-// tests put doubles in.
+// this build does not have, and the store then makes none. Filled when first asked for; tests put
+// doubles in before they make a store.
 #pragma once
 
 class IKelDataVisitor;

@@ -9,6 +9,8 @@ namespace {
 static_assert(registryTypeText == REG_SZ && registryTypeDword == REG_DWORD);
 static_assert(registryRead == KEY_READ && registryWrite == KEY_WRITE);
 static_assert(registryFullAccess == KEY_ALL_ACCESS && registryMoreData == ERROR_MORE_DATA);
+static_assert(registryDamaged == ERROR_REGISTRY_CORRUPT &&
+              registryIoFailed == ERROR_REGISTRY_IO_FAILED);
 
 HKEY systemKey(RegistryKey key) { return static_cast<HKEY>(key); }
 

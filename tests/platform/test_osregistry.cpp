@@ -7,9 +7,13 @@
 #include <string>
 #include <vector>
 
+#include "platform/fileregistry.h"
+#include "platform/hooks.h"
+#include "platform/knownfolders.h"
 #include "platform/memoryregistry.h"
 #include "platform/process.h"
 #include "platform/text.h"
+#include "tests/tempfolder.h"
 
 namespace {
 
@@ -17,19 +21,24 @@ using platform::MemoryRegistry;
 using platform::RegistryKey;
 using platform::RegistryRoot;
 
-// What every registry must do, run on the one in memory and on that of the system. All happens
-// below one key that is removed at the end.
-class Registry : public testing::TestWithParam<bool> {
+enum class Kind { memory, file, system };
+
+// What every registry must do, run on the one in memory, on that of text files and on the system's.
+// All happens below one key that is removed at the end. Where the system's is one of text files,
+// they lie in the test's own folder.
+class Registry : public testing::TestWithParam<Kind> {
  protected:
   Registry() {
-    if (GetParam()) before_ = platform::setRegistryStore(&memory_);
+    folder() = folder_.path().u16string();
+    if (GetParam() == Kind::memory) before_ = platform::setRegistryStore(&memory_);
+    if (GetParam() == Kind::file) before_ = platform::setRegistryStore(&file_);
     top_ = u"Software\\CowlTests" + platform::fromSystem(std::to_string(platform::processId()));
     EXPECT_EQ(platform::registryCreateKey(root(), top_, platform::registryFullAccess, key_), 0);
   }
   ~Registry() override {
     platform::registryCloseKey(key_);
     platform::registryRemoveTree(root(), top_);
-    if (GetParam()) platform::setRegistryStore(before_);
+    if (GetParam() != Kind::system) platform::setRegistryStore(before_);
   }
 
   static RegistryKey root() { return platform::registryRoot(RegistryRoot::currentUser); }
@@ -39,14 +48,28 @@ class Registry : public testing::TestWithParam<bool> {
                                       static_cast<std::uint32_t>((text.size() + 1) * 2));
   }
 
+  static std::u16string& folder() {
+    static std::u16string path;
+    return path;
+  }
+
+  tests::TempFolder folder_;
+  platform::HookGuard<std::u16string(platform::KnownFolder)> folders_{
+      platform::knownFolderHook, [](platform::KnownFolder known) {
+        return folder() + (known == platform::KnownFolder::appData ? u"\\user" : u"\\machine");
+      }};
   MemoryRegistry memory_;
+  platform::FileRegistry file_{[](RegistryRoot which) {
+    return folder() + (which == RegistryRoot::currentUser ? u"\\user.txt" : u"\\machine.txt");
+  }};
   platform::RegistryStore* before_ = nullptr;
   std::u16string top_;
   RegistryKey key_ = nullptr;
 };
 
-INSTANTIATE_TEST_SUITE_P(Memory, Registry, testing::Values(true));
-INSTANTIATE_TEST_SUITE_P(System, Registry, testing::Values(false));
+INSTANTIATE_TEST_SUITE_P(Memory, Registry, testing::Values(Kind::memory));
+INSTANTIATE_TEST_SUITE_P(File, Registry, testing::Values(Kind::file));
+INSTANTIATE_TEST_SUITE_P(System, Registry, testing::Values(Kind::system));
 
 TEST_P(Registry, NumberComesBack) {
   const std::uint32_t number = 0xFFFFFFFE;

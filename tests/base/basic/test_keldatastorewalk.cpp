@@ -1,6 +1,7 @@
 // Walks of the store, its readers and writers, and the journal of sets.
 
 #include "base/basic/kelcustomdatastore.h"
+#include "base/basic/keldatafactories.h"
 #include "base/basic/keldatavisitor.h"
 #include "interfaces/IKelDataDirectory.h"
 #include "interfaces/IKelDataInt.h"
@@ -266,7 +267,15 @@ TEST_F(StoreDocumentTest, FactoriesPassTheirArgumentsOn) {
                                          "xml reader C:\\p.xml 0", "xml writer C:\\p.xml"));
 }
 
+// A table without any format, for the life of this object.
+struct NoFactories {
+  NoFactories() { kelDataFactories() = KelDataFactories(); }
+  ~NoFactories() { kelDataFactories() = before; }
+  const KelDataFactories before = kelDataFactories();
+};
+
 TEST(StoreFactories, WithoutThemThereIsNoReaderAndNoWriter) {
+  const NoFactories none;
   KelDataStore store(true, 5, 20);
   const OroString path(u"p");
   EXPECT_EQ(store.GetReader(), nullptr);
