@@ -1,6 +1,6 @@
 #include <gmock/gmock.h>
 
-#include <memory>
+#include <new>
 #include <string>
 
 #include "base/basic/keldatarecvfloat.h"
@@ -139,9 +139,9 @@ TEST_F(DataRecv, HoldsItsStoreUntilDisconnect) {
 
 TEST_F(DataRecv, DestructionNeitherDisconnectsNorReleases) {
   const int32_t before = store->refCount();
-  auto receiver = std::make_unique<KelDataRecvInt>(store.get(), "A/int");
-  KelDataRecvInt* const stale = receiver.get();
-  receiver.reset();
+  alignas(KelDataRecvInt) unsigned char place[sizeof(KelDataRecvInt)];
+  auto* const stale = new (place) KelDataRecvInt(store.get(), "A/int");
+  stale->~KelDataRecvInt();
   EXPECT_EQ(store->refCount(), before + 1);
   EXPECT_TRUE(store->RemoveReceiver("A/int", stale)) << "the item still had it";
   store->release();
