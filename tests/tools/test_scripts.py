@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Tests of the scripts in tools/: a failure must show in the report of `./dev test`, and a changed
-point in the comparison of `./dev demo`. Prints one line for each, OK or FAIL."""
+"""Tests of the scripts in tools/: a failure must show in the report of `./dev test`, a changed point
+in the comparison of `./dev demo`, and a source package comes from where the packages come from. Prints one line for each, OK or FAIL."""
 
 import contextlib
 import io
@@ -14,6 +14,7 @@ sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "tools"))
 sys.dont_write_bytecode = True
 
 import comparepoints  # noqa: E402
+import fetchsource  # noqa: E402
 import testreport  # noqa: E402
 
 GOOD_TEST = {"name": "Works", "status": "RUN", "result": "COMPLETED"}
@@ -93,6 +94,49 @@ COMPARISONS = [
 ]
 
 
+# Lines and stanzas of apt's lists, and what is made of them for the release "tidy".
+SOURCE_LINES = [
+    ("deb http://here.test/all tidy main", "deb-src http://here.test/all tidy main"),
+    ("deb [arch=amd64 signed-by=/k.gpg] http://here.test/all tidy-updates main more",
+     "deb-src [arch=amd64 signed-by=/k.gpg] http://here.test/all tidy-updates main more"),
+    ("  deb\thttp://here.test/s tidy/updates main  # why",
+     "deb-src http://here.test/s tidy/updates main  # why"),
+    ("deb http://other.test tidyish main", None),
+    ("deb http://other.test tool-tidy main", None),
+    ("deb-src http://here.test/all tidy main", None),
+    ("# deb http://here.test/all tidy main", None),
+    ("", None),
+]
+SOURCE_STANZAS = [
+    ("Types: deb\n# a note\nURIs: http://here.test/all\nSuites: tidy tidy-updates\nComponents: main",
+     "Types: deb-src\nURIs: http://here.test/all\nSuites: tidy tidy-updates\nComponents: main"),
+    ("types: deb deb-src\nSuites: other\n tidy\nSigned-By: /k.gpg",
+     "Types: deb-src\nSuites: tidy\nSigned-By: /k.gpg"),
+    ("Types: deb\nSuites: nodistro", None),
+    ("Types: deb-src\nSuites: tidy", None),
+    ("Enabled: no\nTypes: deb\nSuites: tidy", None),
+    ("# nothing", None),
+]
+
+
+def fetch_from(entries):
+    """What fetchsource writes and counts for a machine with these lists, by file name."""
+    with tempfile.TemporaryDirectory(prefix="cowl-apt-") as folder:
+        machine, parts = pathlib.Path(folder) / "apt", pathlib.Path(folder) / "parts"
+        (machine / "sources.list.d").mkdir(parents=True)
+        parts.mkdir()
+        for name, text in entries.items():
+            (machine / name).write_text(text)
+        count = fetchsource.write_entries(machine, parts, "tidy")
+        return count, (parts / "source.list").read_text() + (parts / "source.sources").read_text()
+
+
+def fetch_twice():
+    """A folder that is there is not fetched again: the script would need apt and a package."""
+    with tempfile.TemporaryDirectory(prefix="cowl-fetch-") as folder:
+        return fetchsource.main(["no such package", folder])
+
+
 def main():
     results = []
 
@@ -107,6 +151,21 @@ def main():
     expect("report: names the failed test", "FAILED linux: test_a: Suite.Fails" in text, True)
     for title, first, second, wanted in COMPARISONS:
         expect(f"points: {title}", compare(first, second), wanted)
+    for line, wanted in SOURCE_LINES:
+        expect(f"source: line '{line}'", fetchsource.source_line(line, "tidy"), wanted)
+    for stanza, wanted in SOURCE_STANZAS:
+        expect(f"source: stanza '{stanza!r}'", fetchsource.source_stanza(stanza, "tidy"), wanted)
+    expect("source: all lists count", fetch_from({
+        "sources.list": "deb http://a.test tidy main\n",
+        "sources.list.d/b.list": "deb http://b.test tidy main\ndeb http://x.test x main\n",
+        "sources.list.d/c.sources": "Types: deb\nSuites: tidy\n\nTypes: deb\nSuites: tidy-new\n",
+        "sources.list.d/d.save": "deb http://d.test tidy main\n",
+    }), (4, "deb-src http://a.test tidy main\ndeb-src http://b.test tidy main\n"
+            "Types: deb-src\nSuites: tidy\n\nTypes: deb-src\nSuites: tidy-new\n"))
+    expect("source: no list", fetch_from({})[0], 0)
+    expect("source: the release is named", fetchsource.codename('ID=x\nVERSION_CODENAME="tidy"\n'),
+           "tidy")
+    expect("source: a folder that is there is kept", fetch_twice(), 0)
     return 0 if all(results) else 1
 
 
