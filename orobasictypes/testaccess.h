@@ -21,4 +21,7 @@ void resetDirPath();
 // The kept service ILogFile.
 void resetLogFile();
 
+// The kept memory manager of the split arrays; no array of before may be in use.
+void resetArrayManager();
+
 }  // namespace testaccess

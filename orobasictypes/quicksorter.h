@@ -1,0 +1,129 @@
+// QuickSorter: the steps of quickSort, for any comparison that the compiler sees; quicksort.h has
+// the forms for callers. Whoever sorts flat records by a comparison of its own takes this.
+//
+//   auto compare = [](const Record& a, const Record& b) { return a.key - b.key; };
+//   flatQuickSorter(records, compare, stack).sort(first, last);
+//
+// Which comparisons are made, and in which order, is part of the contract: a comparison that is not
+// consistent, or one that has equal elements, shows it.
+#pragma once
+
+#include <cstdint>
+#include <utility>
+
+#include "orobasictypes/orointlist.h"
+
+// `Elements` has operator[], to read, and put(i, value); a plain pointer does as FlatElements.
+template <class T>
+struct FlatElements {
+  T* elements;
+
+  const T& operator[](int32_t i) const { return elements[i]; }
+  void put(int32_t i, const T& value) const { elements[i] = value; }
+};
+
+template <class T, class Elements, class Compare>
+class QuickSorter {
+ public:
+  QuickSorter(Elements elements, Compare& compare, OroIntList& stack)
+      : elements_(std::move(elements)), compare_(compare), stack_(stack), bottom_(stack.Count()) {}
+
+  // Whether a range goes on the stack; a shorter one is exchanged at once.
+  static bool isLong(int32_t first, int32_t last) { return int64_t{last} - first > 4; }
+
+  // Requires: isLong(first, last).
+  void sort(int32_t first, int32_t last) {
+    push(first, last);
+    while (stack_.Count() > bottom_) {
+      const int32_t right = stack_.Take();
+      const int32_t left = stack_.Take();
+      const int32_t middle = partition(left, right, choosePivot(left, right));
+      open(left, middle - 1);
+      open(middle + 1, right);
+    }
+  }
+
+  // Requires: first < last.
+  void exchange(int32_t first, int32_t last) {
+    for (int32_t i = first; i < last; ++i) {
+      T held = elements_[i];
+      for (int32_t j = i + 1; j <= last; ++j) {
+        const T other = elements_[j];
+        if (compare_(held, other) > 0) {
+          elements_.put(j, held);
+          held = other;
+        }
+      }
+      elements_.put(i, held);
+    }
+  }
+
+ private:
+  void push(int32_t first, int32_t last) {
+    stack_.Add(first);
+    stack_.Add(last);
+  }
+
+  void open(int32_t first, int32_t last) {
+    if (isLong(first, last)) {
+      push(first, last);
+    } else if (first < last) {
+      exchange(first, last);
+    }
+  }
+
+  // The median of the first, the middle and the last, which ends beside the first one.
+  T choosePivot(int32_t left, int32_t right) {
+    const auto middle = static_cast<int32_t>((int64_t{left} + right) >> 1);
+    T low = elements_[left];
+    T high = elements_[right];
+    T pivot = elements_[middle];
+    const T beside = elements_[left + 1];
+    if (compare_(low, high) > 0) {
+      std::swap(low, high);
+      elements_.put(left, low);
+      elements_.put(right, high);
+    }
+    if (compare_(high, pivot) < 0) {
+      elements_.put(right, pivot);
+      pivot = high;
+    } else if (compare_(pivot, low) < 0) {
+      elements_.put(left, pivot);
+      pivot = low;
+    }
+    elements_.put(left + 1, pivot);
+    elements_.put(middle, beside);
+    return pivot;
+  }
+
+  // Where the pivot ends: nothing before it stands behind it, nothing behind it before.
+  int32_t partition(int32_t left, int32_t right, const T& pivot) {
+    int32_t l = left + 1;
+    int32_t r = right;
+    for (;;) {
+      // The pivot stands at left + 1; a comparison that denies that it equals itself stops there.
+      do --r;
+      while (compare_(elements_[r], pivot) > 0 && r > left + 1);
+      do ++l;
+      while (l < r && compare_(elements_[l], pivot) < 0);
+      if (l >= r) break;
+      const T moved = elements_[l];
+      elements_.put(l, elements_[r]);
+      elements_.put(r, moved);
+    }
+    if (left + 1 != r) elements_.put(left + 1, elements_[r]);
+    elements_.put(r, pivot);
+    return r;
+  }
+
+  Elements elements_;
+  Compare& compare_;
+  OroIntList& stack_;
+  const int32_t bottom_;  // what the caller's stack held before
+};
+
+template <class T, class Compare>
+QuickSorter<T, FlatElements<T>, Compare> flatQuickSorter(T* elements, Compare& compare,
+                                                         OroIntList& stack) {
+  return {FlatElements<T>{elements}, compare, stack};
+}
