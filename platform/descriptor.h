@@ -33,6 +33,8 @@ std::int64_t readDescriptor(int descriptor, void* buffer, std::size_t bytes);
 std::int64_t writeDescriptor(int descriptor, const void* bytes, std::size_t count);
 /// The new position from the start, -1 on failure.
 std::int64_t seekDescriptor(int descriptor, std::int64_t offset, SeekFrom from);
+/// Cuts a file that is open for writing to so many bytes. The position stays.
+bool truncateDescriptor(int descriptor, std::int64_t bytes);
 bool closeDescriptor(int descriptor);
 
 /// How many of so many bytes the disk still takes. Asked before each write of this header and of

@@ -53,6 +53,10 @@ std::int64_t seekDescriptor(int descriptor, std::int64_t offset, SeekFrom from) 
   return lseek(descriptor, offset, origins[static_cast<int>(from)]);
 }
 
+bool truncateDescriptor(int descriptor, std::int64_t bytes) {
+  return ftruncate(descriptor, bytes) == 0;
+}
+
 bool closeDescriptor(int descriptor) { return close(descriptor) == 0; }
 
 }  // namespace platform

@@ -36,6 +36,10 @@ std::int64_t seekDescriptor(int descriptor, std::int64_t offset, SeekFrom from) 
   return _lseeki64(descriptor, offset, origins[static_cast<int>(from)]);
 }
 
+bool truncateDescriptor(int descriptor, std::int64_t bytes) {
+  return _chsize_s(descriptor, bytes) == 0;
+}
+
 bool closeDescriptor(int descriptor) { return _close(descriptor) == 0; }
 
 }  // namespace platform

@@ -69,6 +69,16 @@ TEST_F(Descriptors, AppendingIgnoresThePosition) {
   EXPECT_EQ(folder_.read("a"), "abcd");
 }
 
+TEST_F(Descriptors, CutsAFile) {
+  folder_.write("a", "abcdef");
+  ASSERT_GE(open("a", platform::openWrite | platform::openAppend), 0);
+  EXPECT_TRUE(platform::truncateDescriptor(descriptor_, 2));
+  EXPECT_EQ(write("X"), 1);
+  EXPECT_EQ(folder_.read("a"), "abX");
+  ASSERT_GE(open("a", platform::openRead), 0);
+  EXPECT_FALSE(platform::truncateDescriptor(descriptor_, 0));
+}
+
 TEST_F(Descriptors, PositionsAreOf64BitsAndCountFromThreePlaces) {
   folder_.write("a", "abc");
   ASSERT_GE(open("a", platform::openRead), 0);

@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "base/basic/gendatastore.h"
+#include "base/basic/testaccess.h"
 #include "framework/oroobjectbroker.h"
 #include "gui/apps/main/appglobals.h"
 #include "headless/testaccess.h"
@@ -63,6 +64,7 @@ AppWorld::~AppWorld() {
   testaccess::resetModule();
   testaccess::resetModuleTranslator();
   testaccess::resetDirPath();
+  testaccess::resetSettingsPaths();
   testaccess::resetDirectories();
   testaccess::resetDefaultDirsWanted();
   platform::removeCrashHandler();
