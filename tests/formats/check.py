@@ -36,15 +36,21 @@ def files_with_values(folder):
 
 
 def example_of(page):
-    """The bytes of the first example in hex, whose lines begin with an offset of eight digits."""
+    """The bytes of the first example in hex, whose lines begin with an offset of eight digits.
+
+    A line "00 .." stands for zeros up to the offset of the next."""
     data = bytearray()
+    filling = False
     for line in page.read_text(encoding="utf-8").splitlines():
-        found = re.match(r"([0-9A-F]{8}) +([0-9A-F]{2}(?:  ?[0-9A-F]{2})*)(?:   |$)", line)
+        found = re.match(r"([0-9A-F]{8}) +([0-9A-F]{2}(?:  ?[0-9A-F]{2})*)( \.\.)?(?:   |$)", line)
         if found is None:
             if data:
                 break
             continue
         offset = int(found[1], 16)
+        if filling:
+            data += bytes(offset - len(data))
+        filling = found[3] is not None
         if offset != len(data):
             raise Different(f"{page.name}: the example has {len(data):X} bytes before {offset:X}")
         data += bytes.fromhex(found[2])

@@ -58,6 +58,11 @@ class Json {
     text_ += std::to_string(value);
     return *this;
   }
+  Json& null() {
+    separate();
+    text_ += "null";
+    return *this;
+  }
   // As a text, for JSON has no infinities and no zero with a sign.
   Json& number(double value) {
     char digits[40];

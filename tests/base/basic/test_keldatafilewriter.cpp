@@ -26,7 +26,7 @@ TEST_F(BinaryFileWriter, WritesTheBytesOfTheFormat) {
       record("View/Title", lowHigh(6) + std::string("a\0\xAC\x20\0\0", 6)) +
       record("View/State", blob) + record("Scale", std::string("\0\0\0\0\0\0\xE0\x3F", 8));
   EXPECT_EQ(bytes(), expected);
-  std::filesystem::copy_file(tests::sourceDir() / "tests/formats/golden/settings.dat",
+  std::filesystem::copy_file(tests::sourceDir() / "tests/formats/golden/settingsbinary/example.dat",
                              folder.file("golden.dat"));
   EXPECT_EQ(bytes(), folder.read("golden.dat"));
 }
