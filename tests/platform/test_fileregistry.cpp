@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <filesystem>
 #include <string>
+#include <thread>
+#include <vector>
 
 #include "platform/registrytext.h"
 #include "tests/support/testdisk.h"
@@ -296,6 +299,37 @@ TEST_F(FileRegistryTest, ForeignAndClosedKeysAreRefused) {
   }
   EXPECT_EQ(registry.openKey(rootOf(registry), u"a", platform::registryRead, out), 0)
       << "left to the registry's end";
+}
+
+// Each thread has a registry of its own, as each process would. A change may be lost to another
+// one, with its key, and a system that does not rename over a file that someone reads tells that.
+TEST_F(FileRegistryTest, WritersAtTheSameTimeNeverTearTheFile) {
+  constexpr std::uint32_t changes = 40;
+  made(registry, u"shared");
+  std::atomic<int> damaged = 0;
+  std::atomic<int> done = 0;
+  const auto work = [&] {
+    FileRegistry own(files());
+    RegistryKey key = nullptr;
+    for (std::uint32_t i = 0; i < changes; ++i) {
+      if (key == nullptr) {
+        damaged += own.createKey(rootOf(own), u"shared", platform::registryFullAccess, key) ==
+                   platform::registryDamaged;
+      }
+      const std::int32_t status = set(own, key, i);
+      damaged += status == platform::registryDamaged;
+      done += status == platform::registryOk;
+      damaged += get(own, key) == -platform::registryDamaged;
+    }
+  };
+  std::vector<std::thread> threads;
+  for (int i = 0; i < 4; ++i) threads.emplace_back(work);
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_EQ(damaged, 0);
+  EXPECT_GT(done, 0);
+  EXPECT_TRUE(platform::parseRegistryText(userText()));
+  EXPECT_FALSE(std::filesystem::exists(folder.file("config/sub/user.txt.damaged")));
+  EXPECT_EQ(filesBeside(), 1u) << "no temporary file stays";
 }
 
 TEST_F(FileRegistryTest, TemporaryFileOfACrashIsNoConcern) {

@@ -174,7 +174,7 @@ TEST(RegistryText, WhatIsNotTheWholeTextIsNone) {
         std::string("cowl-registry 1\nend\nend\n"), std::string("cowl-registry 1\nend x\n"),
         std::string("cowl-registry 1\n\xFF\nend\n"), std::string("cowl-registry 1\n\xC3\nend\n"),
         std::string("cowl-registry 1\n\xED\xA0\x80\nend\n"),
-        std::string("cowl-registry 1\n#\0\nend\n", 25)}) {
+        std::string("cowl-registry 1\n#\0\nend\n", 23)}) {
     EXPECT_FALSE(parseRegistryText(text)) << text;
   }
   EXPECT_TRUE(parseRegistryText("cowl-registry 1\nend")) << "the last line feed may be missing";
