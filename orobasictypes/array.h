@@ -88,6 +88,8 @@ class Array : public ArrayBase {
   T* Block(int32_t block) {
     return block < table_.count ? static_cast<T*>(table_.blocks[block]) : nullptr;
   }
+  // The same without a question. Requires: 0 <= block < Table().count.
+  T* BlockAt(int32_t block) const { return static_cast<T*>(table_.blocks[block]); }
   T* MakeBlock(int32_t block) { return static_cast<T*>(ArrayBase::MakeBlock(block)); }
 
  private:

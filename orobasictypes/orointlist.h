@@ -12,10 +12,14 @@
 #include "orobasictypes/kelgrow.h"
 #include "orobasictypes/kelrealloc.h"
 
+class BitVector;
+
 class OroIntList {
  public:
   // `capacity` in slots, slot 0 among them.
   explicit OroIntList(int32_t capacity = 0) { Reserve(capacity); }
+  // The set bits of a vector, upwards.
+  explicit OroIntList(const BitVector& bits);
   OroIntList(const OroIntList&) = delete;
   OroIntList& operator=(const OroIntList&) = delete;
   ~OroIntList() { kelFree(elements_); }

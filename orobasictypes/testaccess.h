@@ -4,6 +4,8 @@
 // statics: these reset the ones of the module that calls.
 #pragma once
 
+#include "orobasictypes/kelprocessor.h"
+
 namespace testaccess {
 
 // No broker, the identity of the host, no assertion callback.
@@ -23,5 +25,8 @@ void resetLogFile();
 
 // The kept memory manager of the split arrays; no array of before may be in use.
 void resetArrayManager();
+
+// Wider instructions up to `limit` alone, as far as the processor has them; which it is then.
+KelProcessorLevel limitProcessorLevel(KelProcessorLevel limit);
 
 }  // namespace testaccess
