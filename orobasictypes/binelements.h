@@ -51,7 +51,8 @@ inline void copyReversed(void* destination, const void* source, size_t bytes) {
   }
   constexpr size_t shortest = 64;  // for less a call is not worth it
   if (bytes >= shortest) return copyReversedBlock<size>(to, from, bytes);
-  for (; bytes > 0; bytes -= size, to += size, from += size) reverseOne<size>(to, from);
+#pragma GCC unroll 8
+  for (size_t at = 0; at < bytes; at += size) reverseOne<size>(to + at, from + at);
 }
 
 // Whether elements of the type may have that width in a medium.

@@ -45,11 +45,28 @@ int64_t BinInput::takeReady(T* values, int width, int64_t count) {
   return taken;
 }
 
+// Reads large blocks into the values themselves and turns them there, and returns how many came.
+// Only what the medium has is asked for, so that a value that is cut is not touched.
+template <BinValue T>
+int64_t BinInput::takeStraight(T* values, int width, int64_t count) {
+  if (straightBlock_ == 0 || width != sizeof(T) || binio::scrambler != nullptr) return 0;
+  const int64_t inBlock = straightBlock_ / width;
+  int64_t done = 0;
+  for (int64_t whole = inBlock; whole == inBlock; done += whole) {
+    if (count - done < inBlock || size_ - Tell() < straightBlock_) break;
+    T* const to = values + done;
+    whole = ReadRaw(to, straightBlock_) / width;
+    if constexpr (sizeof(T) > 1) binelements::copyReversed<sizeof(T)>(to, to, whole * sizeof(T));
+  }
+  return done;
+}
+
 template <BinValue T>
 bool BinInput::readElements(T* values, int width, int64_t count) {
   int64_t done = 0;
   while (done < count) {
     done += takeReady(values + done, width, count - done);
+    done += takeStraight(values + done, width, count - done);
     if (done == count) return true;
     const int64_t wanted = std::min(count - done, stagingSize) * width;
     const int64_t got = readChunk(staging_, std::min(wanted, stagingSize));

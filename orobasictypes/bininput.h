@@ -73,6 +73,8 @@ class BinInput {
   bool readElements(T* values, int width, int64_t count);
   template <BinValue T>
   int64_t takeReady(T* values, int width, int64_t count);
+  template <BinValue T>
+  int64_t takeStraight(T* values, int width, int64_t count);
   int64_t readChunk(uint8_t* buffer, int64_t count);
   bool completeElement(uint8_t* element, int64_t have, int64_t width);
   bool setWordWidth(int32_t bits);
@@ -88,4 +90,7 @@ class BinInput {
   // passed by.
   const uint8_t* ready_ = nullptr;
   const uint8_t* readyEnd_ = nullptr;
+  // Bytes that are worth a ReadRaw straight into the values when the medium has them; 0 for none.
+  // The same holds for it.
+  int64_t straightBlock_ = 0;
 };

@@ -10,7 +10,9 @@
 
 namespace {
 
-constexpr int32_t windowSize = 65536;
+constexpr int32_t windowSize = 131072;
+// More than the window, so that it goes past it.
+constexpr int64_t blockSize = 2 * windowSize;
 // After a jump little is read ahead, for the next jump may follow soon.
 constexpr int64_t firstAhead = 4096;
 
@@ -26,10 +28,12 @@ BinInputFile::BinInputFile(std::FILE* stream) : stream_(stream) { measure(); }
 
 void BinInputFile::measure() {
   if (stream_ == nullptr) return;
+  failed_ = std::ferror(stream_) != 0;
   streamAt_ = platform::tellStream(stream_);
   if (streamAt_ < 0 || !platform::seekStream(stream_, 0, platform::SeekFrom::end)) return;
   SetSize(std::max<int64_t>(platform::tellStream(stream_), 0));
   platform::seekStream(stream_, streamAt_, platform::SeekFrom::start);
+  straightBlock_ = blockSize;
 }
 
 int64_t BinInputFile::takeAhead(uint8_t* buffer, int64_t count) {

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cstring>
 #include <numeric>
 #include <random>
 #include <string>
@@ -209,12 +210,48 @@ TEST_F(BinFiles, ArraysOfAllSizesAndWidthsComeBack) {
 }
 
 TEST_F(BinFiles, AFileThatEndsInsideAnArrayKeepsWhatCame) {
-  folder_.write("a", std::string(70001, '\1'));
+  for (const int64_t size : {70001, 262143, 262144, 262151, 1000003}) {
+    folder_.write("a", std::string(static_cast<size_t>(size), '\1'));
+    BinInputFile input(path("a"));
+    std::vector<double> values(150000, 7);
+    EXPECT_FALSE(input.Read(values.data(), 150000));
+    EXPECT_EQ(std::count(values.begin(), values.end(), 7.0), 150000 - size / 8) << size;
+    EXPECT_EQ(input.Tell(), size);
+  }
+}
+
+// Behind values of all lengths, so that large blocks begin anywhere.
+TEST_F(BinFiles, LargeArraysComeBackFromAnyPlace) {
+  const std::string bytes = patterned(3000000);
+  folder_.write("a", bytes);
   BinInputFile input(path("a"));
-  std::vector<double> values(9000, 7);
-  EXPECT_FALSE(input.Read(values.data(), 9000));
-  EXPECT_EQ(std::count(values.begin(), values.end(), 7.0), 9000 - 70001 / 8);
-  EXPECT_EQ(input.Tell(), 70001);
+  std::mt19937 random(4);
+  std::vector<uint8_t> single(1000000);
+  std::vector<uint32_t> words(250000);
+  for (int round = 0; round < 60; ++round) {
+    const size_t start = random() % 1000000;
+    const size_t head = random() % 200000;
+    const size_t count = random() % 250000;
+    ASSERT_TRUE(input.Seek(static_cast<int64_t>(start), true));
+    ASSERT_TRUE(input.Read(single.data(), static_cast<int64_t>(head)));
+    ASSERT_TRUE(input.Read(words.data(), static_cast<int64_t>(count)));
+    ASSERT_EQ(input.Tell(), static_cast<int64_t>(start + head + 4 * count));
+    ASSERT_EQ(std::memcmp(single.data(), bytes.data() + start, head), 0);
+    for (uint32_t& word : words) word = __builtin_bswap32(word);
+    ASSERT_EQ(std::memcmp(words.data(), bytes.data() + start + head, 4 * count), 0);
+    ASSERT_TRUE(input.Read(single.data(), 1000000)) << "large arrays of bytes too";
+    ASSERT_EQ(std::memcmp(single.data(), bytes.data() + start + head + 4 * count, 1000000), 0);
+  }
+}
+
+TEST_F(BinFiles, LargeArraysAreUnscrambledToo) {
+  const std::string bytes = patterned(1000000);
+  folder_.write("a", FlipScrambler::flipped(bytes));
+  const tests::ScramblerGuard guard(new FlipScrambler);
+  BinInputFile input(path("a"));
+  std::string read(1000000, '.');
+  ASSERT_TRUE(input.ReadBytes(read.data(), 1000000));
+  EXPECT_EQ(read, bytes);
 }
 
 TEST_F(BinFiles, ReadingWhatIsOpenForWritingAloneGivesNothing) {
