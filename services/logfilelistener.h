@@ -6,17 +6,19 @@
 #pragma once
 
 #include <cstdint>
-#include <cstdio>
+#include <memory>
 
 #include "interfaces/IOroErrorListener.h"
 #include "interfaces/IOroLogfileListener.h"
 #include "orobasictypes/orooffers.h"
 
+class OroOfstream;
+
 class LogfileListener : public IOroErrorListener, public IOroLogfileListener {
  public:
   static constexpr const char* className() { return "LogfileListener"; }
 
-  LogfileListener() = default;
+  LogfileListener();
   ~LogfileListener() override;
   LogfileListener(const LogfileListener&) = delete;
   LogfileListener& operator=(const LogfileListener&) = delete;
@@ -29,6 +31,6 @@ class LogfileListener : public IOroErrorListener, public IOroLogfileListener {
   const char* getClassName() const override { return className(); }
 
  private:
-  bool opened_ = false;          // a file was chosen, whether or not it could be opened
-  std::FILE* stream_ = nullptr;  // owned; null when there is none
+  bool opened_ = false;                  // a file was chosen, whether or not it could be opened
+  std::unique_ptr<OroOfstream> stream_;  // null until a file is chosen
 };
