@@ -23,16 +23,9 @@ constexpr const char* kPoints =
 
 class PointRun : public testing::Test {
  protected:
-  // Runs in the test's folder with a profile of its own, so that nothing real is touched.
+  // Runs in the test's folder, which holds nothing but what the test and the run put there.
   tests::ChildResult run(const std::vector<std::string>& arguments) {
-    const std::string home = folder_.path().string();
-    const tests::ChildResult result = tests::runChild({program_,
-                                                       arguments,
-                                                       {{"HOME", home},
-                                                        {"XDG_CONFIG_HOME", home},
-                                                        {"CREATE_ERROR_LOG_AT_STARTUP", {}},
-                                                        {"OroObjectBrokerLog", {}}},
-                                                       folder_.path()});
+    const tests::ChildResult result = tests::runChild({program_, arguments, {}, folder_.path()});
     EXPECT_TRUE(result.started);
     EXPECT_FALSE(result.timedOut);
     return result;

@@ -12,6 +12,8 @@ what it holds. The module read_FORMAT offers
 Every file that is written is checked, and so are those in golden/FORMAT/, which a file of the same
 name has to equal byte for byte. The example in hex on the page is the golden file named "example".
 Small files are cut at every byte: a reader tells that, and does not fall over.
+
+Prints OK for each file that agrees, or FAIL with the first difference, where it ends with 1.
 """
 
 import importlib
@@ -87,6 +89,7 @@ def check_format(name, command):
             raise Different("no files")
         for path, expected in written + kept:
             check_file(reader, path, expected)
+            print(f"OK   {path.name}{' of golden/' if golden in path.parents else ''}")
         for path, _ in written:
             same = golden / path.name
             if same.exists() and same.read_bytes() != path.read_bytes():
@@ -94,8 +97,11 @@ def check_format(name, command):
     examples = [path for path, _ in kept if path.stem == "example"]
     if [example_of(PAGES / reader.PAGE)] != [path.read_bytes() for path in examples]:
         raise Different(f"the example of {reader.PAGE} is not the golden one")
-    print(f"{name}: {len(written)} files written and {len(kept)} golden ones agree")
+    print(f"OK   {len(written)} files written and {len(kept)} golden ones, and the page's example")
 
 
 if __name__ == "__main__":
-    check_format(sys.argv[1], sys.argv[2:])
+    try:
+        check_format(sys.argv[1], sys.argv[2:])
+    except Different as error:
+        sys.exit(f"FAIL {error}")
