@@ -44,10 +44,7 @@ bool parseLines(const std::string& lines, IOroDOMXml& document) {
 bool parseJournal(std::string lines, IOroDOMXml& document) {
   if (lines.size() > kMostJournalBytes) return false;
   if (parseLines(lines, document)) return true;
-  const size_t whole = KelSettingsJournal::lengthOfWholeEntries(lines);
-  if (whole == 0 || whole == lines.size()) return false;
-  lines.resize(whole);
-  return parseLines(lines, document);
+  return KelSettingsJournal::removeCutEntry(lines) && parseLines(lines, document);
 }
 
 bool copyFile(const OroPath& from, const OroPath& to) {

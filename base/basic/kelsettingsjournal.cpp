@@ -28,6 +28,13 @@ size_t endOfLast(std::string_view contents, std::string_view ending) {
   return at == contents.npos ? 0 : at + ending.size();
 }
 
+bool isFrontOfEntry(std::string_view text) {
+  for (const std::string_view opening : {"<section name=\"", "<value name=\""}) {
+    if (text.substr(0, opening.size()) == opening.substr(0, text.size())) return true;
+  }
+  return false;
+}
+
 void warn(const OroPath& journal, const OroPath& rejected) {
   SPtr<IOroErrorService> errors;
   if (!errors) return;
@@ -74,9 +81,16 @@ bool KelSettingsJournal::read(const OroPath& path, std::string& contents) {
   return true;
 }
 
-// Only a closing tag ends an entry: texts and blobs have line feeds inside.
-size_t KelSettingsJournal::lengthOfWholeEntries(std::string_view contents) {
-  return std::max(endOfLast(contents, "</value>\n"), endOfLast(contents, "</section>\n"));
+// Only a closing tag ends an entry: texts and blobs have line feeds inside. Blocks that never got
+// to the disk may read as zeros.
+bool KelSettingsJournal::removeCutEntry(std::string& contents) {
+  const size_t whole =
+      std::max(endOfLast(contents, "</value>\n"), endOfLast(contents, "</section>\n"));
+  std::string_view rest = std::string_view(contents).substr(whole);
+  rest = rest.substr(0, rest.find_last_not_of('\0') + 1);
+  if (whole == contents.size() || !isFrontOfEntry(rest)) return false;
+  contents.resize(whole);
+  return true;
 }
 
 void KelSettingsJournal::reject(const OroPath& path) {

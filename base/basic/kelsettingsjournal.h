@@ -32,8 +32,9 @@ class KelSettingsJournal {
   static OroPath pathOf(const OroPath& document);
   // All bytes of a journal. False when there is none that can be read.
   static bool read(const OroPath& path, std::string& contents);
-  // How many bytes in front are whole entries; what stands behind was cut off.
-  static size_t lengthOfWholeEntries(std::string_view contents);
+  // Takes off the entry at the end that was cut off when the process died. False when there is
+  // none, or what stands there is not the front of an entry.
+  static bool removeCutEntry(std::string& contents);
   // Moves a journal that could not be merged out of the way, to a name that nobody reads, in place
   // of an older one, and warns the user. The journal's own name is free afterwards.
   static void reject(const OroPath& path);

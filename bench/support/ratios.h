@@ -8,8 +8,9 @@
 //   }
 //
 // prints "find: 8.1 ns, std::unordered_map 9.9 ns, ratio 0.82 (bar 1.00)". The two run in turn,
-// hundreds of short rounds, and the medians are shown, so that a busy machine harms neither more
-// than the other. Understands --benchmark_filter=REGEX. One thread; the work may start others.
+// hundreds of short rounds (fewer where one operation is long), and the medians are shown, so that
+// a busy machine harms neither more than the other. Understands --benchmark_filter=REGEX. One
+// thread; the work may start others.
 #pragma once
 
 #include <algorithm>
@@ -56,10 +57,14 @@ class Ratios {
     std::vector<double> ourTimes;
     std::vector<double> peerTimes;
     std::vector<double> quotients;
-    for (int round = 0; round < rounds; ++round) {
+    double taken = 0;
+    for (int round = 0; round < leastRounds || (round < rounds && taken < mostNanoseconds);
+         ++round) {
       ourTimes.push_back(nanoseconds(ours, ourCount));
       peerTimes.push_back(nanoseconds(peer, peerCount));
       quotients.push_back(ourTimes.back() / peerTimes.back());
+      taken += ourTimes.back() * static_cast<double>(ourCount) +
+               peerTimes.back() * static_cast<double>(peerCount);
     }
     const double ratio = median(quotients);
     std::printf("%s: %.4g ns, %s %.4g ns, ratio %.2f", name.c_str(), median(ourTimes),
@@ -74,6 +79,9 @@ class Ratios {
   // Short and many: most rounds pass without another process in between.
   static constexpr int rounds = 501;
   static constexpr double roundNanoseconds = 2e5;
+  // Operations that are long by themselves run fewer times.
+  static constexpr int leastRounds = 15;
+  static constexpr double mostNanoseconds = 2e10;
 
   template <class Session>
   static double nanoseconds(const Session& session, int64_t count) {

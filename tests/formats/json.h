@@ -63,6 +63,12 @@ class Json {
     text_ += "null";
     return *this;
   }
+  // A value that is complete by itself.
+  Json& json(const Json& value) {
+    separate();
+    text_ += value.text_;
+    return *this;
+  }
   // As a text, for JSON has no infinities and no zero with a sign.
   Json& number(double value) {
     char digits[40];

@@ -311,7 +311,7 @@ int32_t FakeXml::getService(const KelCString& interfaceName, void** out) {
   *out = nullptr;
   if (!available) return 0;
   ++documents;
-  *out = newFakeXmlDocument();
+  *out = make();
   return 1;
 }
 

@@ -6,7 +6,8 @@
 //
 // A new document at each request. It reads elements, attributes, texts, entities and comments, is
 // strict about nesting and about the one root, and saves through a temporary file, with a tab for
-// each level. The documents find their FakeXml by themselves; one at a time.
+// each level. The documents find their FakeXml by themselves; one at a time. A test may put another
+// library in the place of this one.
 #pragma once
 
 #include <cstdint>
@@ -17,6 +18,9 @@
 
 namespace tests {
 
+// A document by itself.
+IOroDOMXml* newFakeXmlDocument();
+
 class FakeXml : public FakeBroker {
  public:
   FakeXml() { current() = this; }
@@ -24,6 +28,7 @@ class FakeXml : public FakeBroker {
 
   int32_t getService(const KelCString& interfaceName, void** out) override;
 
+  IOroDOMXml* (*make)() = newFakeXmlDocument;       // a document for each request
   bool available = true;                            // whether documents can be had
   int savesLeft = std::numeric_limits<int>::max();  // how many succeed from now on
   int documents = 0;                                // made so far
@@ -32,8 +37,5 @@ class FakeXml : public FakeBroker {
 
   static FakeXml*& current();
 };
-
-// A document by itself.
-IOroDOMXml* newFakeXmlDocument();
 
 }  // namespace tests

@@ -213,17 +213,48 @@ TEST_F(SettingsDocument, MovesAJournalAsideThatIsNoText) {
 TEST_F(SettingsDocument, ReplacesAnOlderJournalThatWasMovedAside) {
   write(kDocument, document(""));
   write(kRejected, "old");
-  write(kJournal, "<");
+  write(kJournal, "</x>");
   next("a");
-  EXPECT_EQ(read(kRejected), "<");
+  EXPECT_EQ(read(kRejected), "</x>");
 }
 
 TEST_F(SettingsDocument, FreesTheJournalsNameEvenWhereItCannotBeMoved) {
   write(kDocument, document(""));
   std::filesystem::create_directories(file(kRejected) / "in the way");
-  write(kJournal, "<");
+  write(kJournal, "</x>");
   next("a");
   EXPECT_FALSE(exists(kJournal));
+}
+
+// Blocks of the file that never got to the disk read as zeros.
+TEST_F(SettingsDocument, TakesWholeLinesBeforeOneThatWasCutOff) {
+  const std::string zeros(100, '\0');
+  for (const std::string& rest :
+       {std::string("<"), std::string("<value name=\"a\" type=\"integer\">"), zeros,
+        "<value" + zeros, std::string("<section name=\"A\"><value name=\"a\" type=\"t\">5</value>"),
+        std::string("<value name=\"a\" type=\"t\">\xC3"),
+        std::string("<value name=\"a\" type=\"binary_base64\">\n\t\tAAAA\n")}) {
+    write(kDocument, document(valueLine("a", 1)));
+    write(kJournal, valueLine("a", 2) + rest);
+    EXPECT_EQ(next("a"), 2) << rest;
+    EXPECT_EQ(read(kDocument), lines({{"a", 2}}));
+    write(kJournal, rest);
+    EXPECT_EQ(next("a"), 2) << rest;
+  }
+  EXPECT_FALSE(exists(kRejected));
+  EXPECT_THAT(errors->texts, IsEmpty());
+}
+
+TEST_F(SettingsDocument, DoesNotTakeOtherBytesForALineThatWasCutOff) {
+  const std::string zeros(100, '\0');
+  for (const std::string& rest :
+       {std::string("</x>"), std::string("<other"), std::string("<value type=\"t\">"), zeros + "x",
+        "<" + zeros + valueLine("a", 3)}) {
+    write(kDocument, document(valueLine("a", 1)));
+    write(kJournal, valueLine("a", 2) + rest);
+    EXPECT_EQ(next("a"), 1) << rest;
+    EXPECT_EQ(read(kRejected), valueLine("a", 2) + rest);
+  }
 }
 
 TEST_F(SettingsDocument, DropsAnEmptyJournalWithoutAWord) {
