@@ -100,9 +100,11 @@ void appendValue(std::string& out, const RegistryValue& value) {
   out += '\n';
 }
 
+// Ends behind the limit of what can be read: names that are deep and long come again in each key.
 void appendKeys(std::string& out, const RegistryNode& node, const std::string& path) {
   for (const auto& [folded, value] : node.values) appendValue(out, value);
   for (const auto& [folded, child] : node.keys) {
+    if (out.size() > largestRegistryText) return;
     std::string below = path.empty() ? path : path + '/';
     appendEscaped(below, child->name, u"/]");
     out += "\n[" + below + "]\n";

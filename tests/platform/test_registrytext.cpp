@@ -211,6 +211,21 @@ TEST(RegistryText, NamesAndDepthHaveLimits) {
   EXPECT_FALSE(isGood("[" + path + "/a]"));
 }
 
+// Each key would be named by all names above it: two gigabytes of a file of eight megabytes.
+TEST(RegistryText, WritesNoMoreThanCanBeRead) {
+  std::string lines;
+  for (char top = 'A'; top <= 'P'; ++top) {
+    std::string path(1, top);
+    for (int level = 1; level < 512; ++level) path += "/" + std::string(255, 'n');
+    lines += "[" + path + "]\n";
+  }
+  const auto tree = parseRegistryText(whole(lines));
+  ASSERT_TRUE(tree);
+  const std::string text = writeRegistryText(*tree);
+  EXPECT_LT(text.size(), platform::largestRegistryText + 1000000);
+  EXPECT_FALSE(platform::isReadableRegistryText(text, *tree));
+}
+
 TEST(RegistryText, SizeHasALimit) {
   std::string keys;
   for (size_t i = 0; i < platform::mostRegistryKeys; ++i) keys += "[" + std::to_string(i) + "]\n";
