@@ -11,6 +11,7 @@
 #include "interfaces/IOroDOMXml.h"
 #include "interfaces/IOroDOMXmlElement.h"
 #include "interfaces/IOroDOMXmlElementItr.h"
+#include "platform/text.h"
 
 namespace {
 
@@ -90,11 +91,21 @@ class Flattening {
 
 using Entry = KelDataXMLTable::Table::Entry;
 
+// A byte that is no UTF-8 is decoded as the second half of a pair, alone.
+bool hasStrayByte(std::u16string_view name) {
+  bool inPair = false;
+  for (const char16_t unit : name) {
+    if ((unit & 0xFC00) == 0xDC00 && !inPair) return true;
+    inPair = (unit & 0xFC00) == 0xD800;
+  }
+  return false;
+}
+
 // A segment that is no UTF-8 goes out widened, so that it does not become one with others.
 OroString nameOf(std::string_view segment) {
-  const std::string bytes(segment);
-  OroString name = OroString::fromUtf8(bytes.c_str());
-  return name.isEmpty() ? OroString(bytes.c_str()) : name;
+  const std::u16string name = platform::fromSystem(segment);
+  if (!hasStrayByte(name)) return OroString(name.c_str());
+  return OroString(segment.data(), static_cast<int>(segment.size()));
 }
 
 // Appends the values in their order; the sections that are open are the prefixes of the last path.

@@ -189,6 +189,26 @@ TEST_F(SettingsTree, KeepsNamesThatAreNoUtf8Apart) {
             "</OroDataStore>\n");
 }
 
+// The test's library writes each unit by itself.
+TEST_F(SettingsTree, NamesACharacterBeyondTheBasicPlaneByItsTwoUnits) {
+  put("\xF0\x9F\x98\x80");
+  EXPECT_EQ(built(),
+            "<OroDataStore>\n"
+            "\t<value name=\"\xED\xA0\xBD\xED\xB8\x80\" type=\"t\">1</value>\n"
+            "</OroDataStore>\n");
+}
+
+// Decoded loosely, the first would be called "a" and the second like the third.
+TEST_F(SettingsTree, KeepsNamesApartThatAreUtf8InPartAlone) {
+  for (const char* path : {"a\x80z", "A\xE9ro", "A\xE9\xB2\xAF", "a"}) put(path);
+  const std::string text = built();
+  KelDataXMLTable again;
+  const IPtr<IOroDOMXml> document(tests::newFakeXmlDocument());
+  ASSERT_TRUE(document->parse(OroString::fromUtf8(text.c_str())));
+  ASSERT_TRUE(kelFlattenDocument(*document, again));
+  EXPECT_EQ(again.count(), 4u) << text;
+}
+
 TEST_F(SettingsTree, BuildsAnyDepth) {
   std::string path;
   for (int i = 0; i < 100000; ++i) path += "s/";
