@@ -11,6 +11,7 @@
 #include "interfaces/IOroErrorService.h"
 #include "orobasictypes/orosystemtext.h"
 #include "orobasictypes/orotranslate.h"
+#include "orobasictypes/orounits.h"
 #include "orobasictypes/orowholefile.h"
 #include "orobasictypes/sptr.h"
 #include "platform/files.h"
@@ -23,14 +24,17 @@ constexpr int32_t kError = 1;
 // More than any session writes, and little enough for texts and documents in memory.
 constexpr size_t kMostJournalBytes = size_t{256} << 20;
 
-// The lines of a journal as a document; false for bytes that are no text.
+// The lines of a journal as a document; false for bytes that are no text. A unit 0, which comes of
+// a stray byte too, would end the text and lose all lines behind it.
 bool wrap(const std::string& lines, OroString& document) {
-  if (lines.find('\0') != std::string::npos) return false;
-  const OroString text = OroString::fromUtf8(lines.c_str());
-  if (text.isEmpty() && !lines.empty()) return false;
+  std::u16string text(lines.size(), u'\0');
+  const ptrdiff_t units = orounits::decodeUtf8(lines.data(), lines.size(), text.data());
+  if (units < 0) return false;
+  text.resize(static_cast<size_t>(units));
+  if (text.find(u'\0') != text.npos) return false;
   document = OroString(kDeclaration);
   document.append("<OroDataStore>\n");
-  document.append(text);
+  document.append(OroString(text.c_str()));
   document.append("</OroDataStore>\n");
   return true;
 }
@@ -101,16 +105,16 @@ bool KelDataXMLFile::ReadDocument(const OroPath& path, KelDataXMLTable& table) {
   if (!platform::pathExists(path.wideText())) return false;
   if (load(path, *document) && kelFlattenDocument(*document, table)) return true;
   failed_ = true;
-  unreadable_ = path;
+  unreadable_ = true;
   reportUnreadable(*document, path);
   return false;
 }
 
-// Remembers the document that is there and cannot be read, until it is one that can.
+// Remembers whether the document that was looked at last is there and cannot be read.
 bool KelDataXMLFile::load(const OroPath& path, IOroDOMXml& document) {
   const bool read = document.load(path);
-  const bool unreadable = !read && platform::pathExists(path.wideText());
-  unreadable_ = unreadable ? path : OroPath();
+  lookedAt_ = path;
+  unreadable_ = !read && platform::pathExists(path.wideText());
   return read;
 }
 
@@ -128,7 +132,7 @@ void KelDataXMLFile::reportUnreadable(IOroDOMXml& document, const OroPath& path)
 bool KelDataXMLFile::MergeJournal(const OroPath& path) {
   const OroPath journal = journalPath(path);
   std::string lines;
-  if (!KelSettingsJournal::read(journal, lines)) return false;
+  if (!KelSettingsJournal::read(journal, kMostJournalBytes + 1, lines)) return false;
   SPtr<IOroDOMXml> document;
   if (!document) return false;  // the changes exist nowhere else
   const bool merged = mergeInto(path, lines, *document);
@@ -159,13 +163,18 @@ bool KelDataXMLFile::WriteDocument(const OroPath& path, const KelDataXMLTable& t
   path.parent().makeDirectory(true);
   keepUnreadable(path);
   if (!document->save(path)) return false;
-  unreadable_ = OroPath();
+  lookedAt_ = path;
+  unreadable_ = false;
   return true;
 }
 
 // What could not be read is about to be replaced; a person may still want to mend it.
-void KelDataXMLFile::keepUnreadable(const OroPath& path) const {
-  if (unreadable_.isEmpty() || unreadable_.compareOrdinal(path) != 0) return;
+void KelDataXMLFile::keepUnreadable(const OroPath& path) {
+  if (lookedAt_.compareOrdinal(path) != 0 && platform::pathExists(path.wideText())) {
+    SPtr<IOroDOMXml> before;
+    if (before) load(path, *before);
+  }
+  if (lookedAt_.compareOrdinal(path) != 0 || !unreadable_) return;
   OroString kept(path);
   kept.append(kDamagedSuffix);
   if (copyFile(path, OroPath(kept))) return;

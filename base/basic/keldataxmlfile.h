@@ -59,7 +59,7 @@ class KelDataXMLFile : public KelDataVisitor {
   bool mergeInto(const OroPath& path, const std::string& journal, IOroDOMXml& document);
   bool load(const OroPath& path, IOroDOMXml& document);
   void reportUnreadable(IOroDOMXml& document, const OroPath& path);
-  void keepUnreadable(const OroPath& path) const;
+  void keepUnreadable(const OroPath& path);
 
   bool useJournal_;
   bool loaded_ = false;  // the table holds the document
@@ -67,5 +67,6 @@ class KelDataXMLFile : public KelDataVisitor {
   bool failed_ = false;  // the document cannot be read
   const OroPath readPath_;
   const OroPath writePath_;
-  OroPath unreadable_;  // the document that was found last and could not be read
+  OroPath lookedAt_;         // the document that was loaded last
+  bool unreadable_ = false;  // it is there and could not be read
 };

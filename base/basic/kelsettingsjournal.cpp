@@ -4,6 +4,7 @@
 
 #include "interfaces/IOroErrorService.h"
 #include "orobasictypes/kelcstring.h"
+#include "orobasictypes/orofilereader.h"
 #include "orobasictypes/oropath.h"
 #include "orobasictypes/orosystemtext.h"
 #include "orobasictypes/orotranslate.h"
@@ -16,6 +17,7 @@ namespace {
 constexpr const char kSuffix[] = ".changes";
 constexpr const char kRejectedSuffix[] = ".rejected";
 constexpr int32_t kWarning = 0;
+constexpr size_t kLeastBlock = 4096;  // bytes that are read at once
 
 OroPath withSuffix(const OroPath& path, const char* suffix) {
   OroString text(path);
@@ -35,12 +37,15 @@ bool isFrontOfEntry(std::string_view text) {
   return false;
 }
 
-void warn(const OroPath& journal, const OroPath& rejected) {
+constexpr const char* kKept = "Changed settings could not be merged from %1. They are kept in %2.";
+constexpr const char* kLost =
+    "Changed settings could not be merged from %1 and are lost, since %2 cannot be written.";
+
+void warn(const char* what, const OroPath& journal, const OroPath& rejected) {
   SPtr<IOroErrorService> errors;
   if (!errors) return;
   OroString text;
-  oroTranslate(text, "Changed settings could not be merged from %1. They are kept in %2.",
-               oroShownPath(journal), oroShownPath(rejected));
+  oroTranslate(text, what, oroShownPath(journal), oroShownPath(rejected));
   errors->report(text, kWarning, KelCString::empty());
 }
 
@@ -74,11 +79,21 @@ OroPath KelSettingsJournal::pathOf(const OroPath& document) {
   return withSuffix(document, kSuffix);
 }
 
-bool KelSettingsJournal::read(const OroPath& path, std::string& contents) {
-  platform::MappedFile file;
-  if (!file.open(path.wideText())) return false;
-  contents = file.bytes();
-  return true;
+// Another session may cut the file at this moment, so it is not looked at in place.
+bool KelSettingsJournal::read(const OroPath& path, size_t most, std::string& contents) {
+  OroFileReader file;
+  if (!platform::isFile(path.wideText()) || !file.open(path)) return false;
+  contents.clear();
+  size_t block = std::clamp<uint64_t>(static_cast<uint64_t>(file.size()) + 1, kLeastBlock, most);
+  while (contents.size() < most) {
+    const size_t before = contents.size();
+    contents.resize(std::min(before + block, most));
+    const size_t got = file.read(contents.data() + before, contents.size() - before);
+    contents.resize(before + got);
+    if (got == 0) break;
+    block = kLeastBlock;
+  }
+  return !file.failed();
 }
 
 // Only a closing tag ends an entry: texts and blobs have line feeds inside. Blocks that never got
@@ -96,8 +111,8 @@ bool KelSettingsJournal::removeCutEntry(std::string& contents) {
 void KelSettingsJournal::reject(const OroPath& path) {
   const OroPath rejected = withSuffix(path, kRejectedSuffix);
   if (platform::renameFile(path.wideText(), rejected.wideText())) {
-    warn(path, rejected);
-  } else {
-    platform::removeFile(path.wideText());
+    warn(kKept, path, rejected);
+  } else if (platform::removeFile(path.wideText())) {
+    warn(kLost, path, rejected);
   }
 }

@@ -9,6 +9,7 @@
 // thread at a time; several processes may append to one file.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -30,13 +31,14 @@ class KelSettingsJournal {
 
   // The journal of a document.
   static OroPath pathOf(const OroPath& document);
-  // All bytes of a journal. False when there is none that can be read.
-  static bool read(const OroPath& path, std::string& contents);
+  // The bytes of a journal, `most` of them at most. False when there is none that can be read.
+  static bool read(const OroPath& path, size_t most, std::string& contents);
   // Takes off the entry at the end that was cut off when the process died. False when there is
   // none, or what stands there is not the front of an entry.
   static bool removeCutEntry(std::string& contents);
   // Moves a journal that could not be merged out of the way, to a name that nobody reads, in place
-  // of an older one, and warns the user. The journal's own name is free afterwards.
+  // of an older one, or removes it where that cannot be; warns the user of the one or the other.
+  // The journal's own name is free afterwards.
   static void reject(const OroPath& path);
 
  private:

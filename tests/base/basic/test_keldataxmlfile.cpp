@@ -210,6 +210,26 @@ TEST_F(SettingsDocument, MovesAJournalAsideThatIsNoText) {
   }
 }
 
+// A stray byte of 0x80 is decoded as a unit 0, which would end the text there.
+TEST_F(SettingsDocument, DoesNotMergeTheFrontOfAJournalAlone) {
+  for (const std::string& stray : {std::string("\x80\n"), std::string("\0\n", 2)}) {
+    write(kDocument, document(valueLine("a", 1)));
+    const std::string journal = valueLine("a", 2) + stray + valueLine("a", 3);
+    write(kJournal, journal);
+    EXPECT_EQ(next("a"), 1);
+    EXPECT_EQ(read(kRejected), journal);
+  }
+}
+
+TEST_F(SettingsDocument, MovesAJournalAsideThatIsTooLongToBeOne) {
+  write(kDocument, document(valueLine("a", 1)));
+  write(kJournal, valueLine("a", 2));
+  std::filesystem::resize_file(file(kJournal), uintmax_t{1} << 40);
+  EXPECT_EQ(next("a"), 1);
+  EXPECT_FALSE(exists(kJournal));
+  EXPECT_EQ(std::filesystem::file_size(file(kRejected)), uintmax_t{1} << 40);
+}
+
 TEST_F(SettingsDocument, ReplacesAnOlderJournalThatWasMovedAside) {
   write(kDocument, document(""));
   write(kRejected, "old");
@@ -224,6 +244,10 @@ TEST_F(SettingsDocument, FreesTheJournalsNameEvenWhereItCannotBeMoved) {
   write(kJournal, "</x>");
   next("a");
   EXPECT_FALSE(exists(kJournal));
+  ASSERT_EQ(errors->texts.size(), 1u) << "but not without a word";
+  EXPECT_THAT(errors->texts[0], HasSubstr("are lost"));
+  EXPECT_THAT(errors->texts[0], HasSubstr("velmora.iniml.changes.rejected"));
+  EXPECT_THAT(errors->severities, ElementsAre(0));
 }
 
 // Blocks of the file that never got to the disk read as zeros.
@@ -359,6 +383,19 @@ TEST_F(SettingsDocument, ToBeWrittenElsewhereLeavesADamagedOneAlone) {
   EXPECT_EQ(read("in"), "<");
   EXPECT_FALSE(exists("in.damaged"));
   EXPECT_FALSE(exists("out.damaged"));
+}
+
+TEST_F(SettingsDocument, ThatIsDamagedIsKeptAsideWhereNobodyHasReadItToo) {
+  write("in", document(valueLine("a", 1)));
+  write("out", "<damaged");
+  addArgument("-inifile=" + file("in").generic_string());
+  addArgument("-ini_out=" + file("out").generic_string());
+  Session session;
+  EXPECT_TRUE(session.commit());
+  EXPECT_EQ(read("out"), lines({{"a", 1}}));
+  EXPECT_EQ(read("out.damaged"), "<damaged");
+  EXPECT_TRUE(session.commit());
+  EXPECT_EQ(read("out.damaged"), "<damaged") << "the whole one is not kept aside";
 }
 
 // --- Two paths
