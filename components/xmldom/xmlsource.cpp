@@ -38,7 +38,7 @@ const char* XmlSource::readFile(const OroPath& path) {
 const char* XmlSource::readAll(OroFileReader& file) {
   constexpr size_t least = 4096;
   if (file.size() > static_cast<int64_t>(kMostBytes)) return kTooLarge;
-  size_t room = std::max(least, static_cast<size_t>(file.size()) + 1);
+  size_t room = std::max(least, static_cast<size_t>(file.size()) + 2);  // the end needs no more
   bytes_ = newBytes(room);
   size_ = 0;
   while (bytes_ != nullptr) {

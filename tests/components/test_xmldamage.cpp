@@ -35,16 +35,24 @@ TEST_F(XmlDamage, EveryBeginningOfADocumentIsRefused) {
   EXPECT_TRUE(document->load(path("in.xml"))) << errorOf(*document);
 }
 
+// What the document says without the blanks, which the layout of a file adds to.
+std::string saidBy(IOroDOMXml& document) {
+  std::string said = shown(*document.root());
+  std::erase_if(said, [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; });
+  for (size_t at; (at = said.find("{}")) != said.npos;) said.erase(at, 2);
+  return said;
+}
+
 // Read or refused; what is read can be walked, saved and read again alike.
 void readWalkAndSave(IOroDOMXml& document, const OroPath& from, const OroPath& to) {
   if (!document.load(from)) {
     ASSERT_NE(errorOf(document), "");
     return;
   }
-  const std::string before = shown(*document.root());
+  const std::string before = saidBy(document);
   ASSERT_TRUE(document.save(to));
   ASSERT_TRUE(document.load(to)) << errorOf(document);
-  ASSERT_EQ(shown(*document.root()).substr(0, 1), before.substr(0, 1));
+  ASSERT_EQ(saidBy(document), before);
 }
 
 TEST_F(XmlDamage, EveryFlippedBitIsReadOrRefused) {
