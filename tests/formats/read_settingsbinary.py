@@ -80,11 +80,16 @@ class SettingsFile:
 
     def wide_text(self, path, capacity):
         def read(at):
-            room = self.counted(at, capacity * 2)
-            if room is None:
+            room = self.signed(at)
+            if not 0 <= room <= capacity * 2:
                 return None
-            room = room[: len(room) // 2 * 2]
-            return room.decode("utf-16-le", "surrogatepass").split("\0")[0]
+            units = bytearray()
+            for place in range(at + 2, at + 2 + room // 2 * 2, 2):
+                unit = self.take(place, 2)
+                if unit == b"\0\0":
+                    break
+                units += unit
+            return units.decode("utf-16-le", "surrogatepass")
 
         return self.value(path, capacity * 2 + 2, read)
 
