@@ -224,10 +224,13 @@ TEST_F(SettingsDocument, DoesNotMergeTheFrontOfAJournalAlone) {
 TEST_F(SettingsDocument, MovesAJournalAsideThatIsTooLongToBeOne) {
   write(kDocument, document(valueLine("a", 1)));
   write(kJournal, valueLine("a", 2));
-  std::filesystem::resize_file(file(kJournal), uintmax_t{1} << 40);
+  std::error_code refused;  // by a disk that keeps the zeros
+  std::filesystem::resize_file(file(kJournal), uintmax_t{1} << 40, refused);
+  if (refused) std::filesystem::resize_file(file(kJournal), (uintmax_t{1} << 28) + 1);
+  const uintmax_t size = std::filesystem::file_size(file(kJournal));
   EXPECT_EQ(next("a"), 1);
   EXPECT_FALSE(exists(kJournal));
-  EXPECT_EQ(std::filesystem::file_size(file(kRejected)), uintmax_t{1} << 40);
+  EXPECT_EQ(std::filesystem::file_size(file(kRejected)), size);
 }
 
 TEST_F(SettingsDocument, ReplacesAnOlderJournalThatWasMovedAside) {
