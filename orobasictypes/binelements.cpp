@@ -5,6 +5,8 @@
 #include <cmath>
 #include <limits>
 
+#include "orobasictypes/kelprocessor.h"
+
 namespace {
 
 using binelements::copyReversed;
@@ -87,8 +89,7 @@ void floatTo(uint8_t* to, T value) {
 
 template <size_t size>
 void binelements::copyReversedBlock(uint8_t* to, const uint8_t* from, size_t bytes) {
-  static const bool isWide = __builtin_cpu_supports("avx2") != 0;
-  if (isWide) {
+  if (kelProcessorLevel >= kKelAvx2) {
     copyWide<size>(to, from, bytes);
   } else {
     copyOneByOne<size>(to, from, bytes);

@@ -217,9 +217,8 @@ void BitVector::resizeLarge(int32_t words) {
   maximumBit_ = maximumOf(size);
 }
 
-// To the last word of the other that has a bit: the room behind it is nobody's wish.
-void BitVector::growTo(const BitVector& other) {
-  const int32_t last = other.lastUsedWord();
+// Behind the last word of an operand that has a bit, its room is nobody's wish.
+void BitVector::growToWord(int32_t last) {
   if (last >= wordCount()) Resize(maximumOf(int64_t{last} + 1));
 }
 
@@ -557,14 +556,14 @@ BitVector& BitVector::operator&=(const BitVector& other) {
 
 BitVector& BitVector::operator|=(const BitVector& other) {
   if (other.numSet_ == 0) return *this;
-  growTo(other);
+  growToWord(other.lastUsedWord());
   mergeWith(other, wordKernels().unite);
   return *this;
 }
 
 BitVector& BitVector::operator^=(const BitVector& other) {
   if (other.numSet_ == 0) return *this;
-  growTo(other);
+  growToWord(other.lastUsedWord());
   mergeWith(other, wordKernels().differ);
   return *this;
 }

@@ -26,6 +26,7 @@
 class BinInput;
 class BinMagic;
 class BinOutput;
+class BlockBitVector;
 class IOroRandom;
 
 class BitVector : public OroShared {
@@ -34,11 +35,14 @@ class BitVector : public OroShared {
   explicit BitVector(int32_t maximumBit = 0);
   // As large as the other, in the same kind of storage.
   BitVector(const BitVector& other);
+  explicit BitVector(const BlockBitVector& other);
   // Leaves the other without storage: its maximum bit is -1, and only assignment, or the growth by
   // Set and Resize after an assertion, make it usable.
   BitVector(BitVector&& other) noexcept;
   // A buffer that is large enough stays, and with it the larger maximum bit.
   BitVector& operator=(const BitVector& other);
+  // Ends with the other's last block that is not empty.
+  BitVector& operator=(const BlockBitVector& other);
   ~BitVector() override;
   // Exchanges the contents.
   void Swap(BitVector& other);
@@ -118,6 +122,10 @@ class BitVector : public OroShared {
   BitVector& operator|=(const BitVector& other);  // grows to the last word of `other` that has bits
   BitVector& operator^=(const BitVector& other);  // likewise
   BitVector& operator-=(const BitVector& other);  // this and not the other
+  BitVector& operator&=(const BlockBitVector& other);
+  BitVector& operator|=(const BlockBitVector& other);
+  BitVector& operator^=(const BlockBitVector& other);
+  BitVector& operator-=(const BlockBitVector& other);
   // As assignment, in the storage that this vector has.
   void CopyValues(const BitVector& other);
   // All words, bit 0 and the spare bits of the last one included.
@@ -179,6 +187,7 @@ class BitVector : public OroShared {
 
  private:
   friend class BitVectorIter;
+  friend class BlockBitVector;
 
   static constexpr int32_t fileTag = 0x315E97D6;
 
@@ -223,7 +232,7 @@ class BitVector : public OroShared {
   void makeSmall(int32_t words);
   void makeLarge(int32_t needed, int32_t grown);
   void resizeLarge(int32_t words);
-  void growTo(const BitVector& other);
+  void growToWord(int32_t last);
 
   // Words.
   uint32_t* makeWord(int32_t word);
@@ -240,6 +249,8 @@ class BitVector : public OroShared {
   int32_t selectBit(int32_t word, int64_t rank) const;
   template <class Kernel>
   void mergeWith(const BitVector& other, Kernel kernel);
+  template <class Merge>
+  void mergeBlocks(const BlockBitVector& other, const Merge& merge);
   template <class Change>
   void changeMapped(const OroMM::IntArray& map, const Change& change);
   int32_t gatherBits(const BitVector& mask, uint32_t flip, int32_t firstPlace);

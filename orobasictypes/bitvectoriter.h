@@ -17,6 +17,8 @@ class BitVectorIter {
   // On the first set bit.
   explicit BitVectorIter(const BitVector& bits) : vector_(&bits), end_(bits.wordCount()) { Next(); }
 
+  explicit BitVectorIter(BitVector&&) = delete;
+
   bool AtEnd() const { return bit_ < 0; }
   // The set bit that the walk stands on, -1 at its end.
   int32_t Bit() const { return bit_; }
