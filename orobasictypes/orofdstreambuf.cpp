@@ -221,6 +221,7 @@ std::streamsize OroFdStreambuf::xsgetn(char* to, std::streamsize count) {
     const int64_t got = platform::readDescriptor(descriptor_, to + done, callSize(count - done));
     if (got < 1) break;
     done += got;
+    setg(nullptr, nullptr, nullptr);  // what it holds no longer precedes the next character
   }
   return done;
 }

@@ -159,6 +159,13 @@ TEST_F(OroFdStreambufTest, AFileIsSharedWithOthers) {
   EXPECT_EQ(other.sgetc(), 's');
 }
 
+TEST_F(OroFdStreambufTest, ANewFileHasTheRightsOfAnyNewFile) {
+  folder_.write("plain", "");
+  ASSERT_NE(open("a", writeBinary), nullptr);
+  EXPECT_EQ(std::filesystem::status(folder_.file("a")).permissions(),
+            std::filesystem::status(folder_.file("plain")).permissions());
+}
+
 TEST_F(OroFdStreambufTest, TextModeWritesTheLineEndsOfTheSystem) {
   ASSERT_NE(open("a", Mode::out), nullptr);
   EXPECT_EQ(file_.sputn("a\nb\n", 4), 4);
@@ -266,6 +273,16 @@ TEST_F(OroFdStreambufTest, ABlockGoesStraightOutBehindWhatIsPending) {
   EXPECT_EQ(content("a"), "abcdefgh");
 }
 
+TEST_F(OroFdStreambufTest, NoCallWritesMoreThanTheSystemTakes) {
+  constexpr std::streamsize mostAtOnce = 0x7FFFFFFF;
+  tests::TestDisk disk;
+  disk.refuseFrom(0);  // before anything is read behind the buffer's end
+  ASSERT_NE(open("a", writeBinary), nullptr);
+  EXPECT_EQ(file_.sputn(buffer_, mostAtOnce + 1), 0);
+  EXPECT_EQ(file_.sputn(buffer_, 16), 0);
+  EXPECT_THAT(disk.writes, ElementsAre(mostAtOnce, 16));
+}
+
 TEST_F(OroFdStreambufTest, SyncWritesWhatIsPending) {
   ASSERT_NE(open("a", writeBinary), nullptr);
   put("abc");
@@ -362,6 +379,21 @@ TEST_F(OroFdStreambufTest, ABlockBeginsWithWhatWasReadAhead) {
   EXPECT_EQ(file_.sbumpc(), text[2011]);
   EXPECT_EQ(read(99999), text.substr(2012));
   EXPECT_EQ(read(1), "");
+}
+
+// What the buffer held last is not what was read last.
+TEST_F(OroFdStreambufTest, BehindABlockFromTheFileNothingIsPutBack) {
+  folder_.write("a", "abcdefghij");
+  file_.pubsetbuf(buffer_, 4);
+  ASSERT_NE(open("a", readBinary), nullptr);
+  EXPECT_EQ(file_.sbumpc(), 'a');
+  EXPECT_EQ(read(2), "bc");
+  EXPECT_EQ(file_.sungetc(), 'c') << "the block came from the buffer";
+  EXPECT_EQ(read(5), "cdefg");
+  EXPECT_EQ(file_.sungetc(), end);
+  EXPECT_EQ(file_.in_avail(), 0);
+  EXPECT_EQ(file_.sbumpc(), 'h');
+  EXPECT_EQ(file_.sungetc(), 'h');
 }
 
 TEST_F(OroFdStreambufTest, AnUnbufferedStreamReadsOneCharacterAndCannotPeek) {
