@@ -146,10 +146,10 @@ class OroString {
   void appendList(const OroStringArray& list);  // the last element is left out; readers rely on it
   void parseList(OroStringArray& out) const;
 
-  // The units alone in a binary file, without a length: they fill what they stand in. Reads as many
-  // as the whole input has, from its start, or so many bytes of it (an odd last one is left); the
-  // first unit 0 ends the text. False, with the text as it was, when they do not come or are more
-  // than a text holds.
+  // The units alone in a binary file, without a length: they fill what they stand in. Reads all
+  // that the input still has, or so many bytes of it (an odd last one is left); the first unit 0
+  // ends the text. False, with the text as it was, when they do not come or are more than a text
+  // holds.
   bool write(BinOutput& output) const;
   bool read(BinInput& input);
   bool read(BinInput& input, int64_t bytes);

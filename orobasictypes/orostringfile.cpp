@@ -8,7 +8,7 @@ bool OroString::write(BinOutput& output) const {
   return output.Write(reinterpret_cast<const uint16_t*>(wideText()), length());
 }
 
-bool OroString::read(BinInput& input) { return read(input, input.GetSize()); }
+bool OroString::read(BinInput& input) { return read(input, input.GetSize() - input.Tell()); }
 
 bool OroString::read(BinInput& input, int64_t bytes) {
   constexpr int64_t mostUnits = INT32_MAX / int64_t{sizeof(char16_t)} - 1;  // and the terminator

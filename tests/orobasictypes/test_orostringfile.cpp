@@ -34,14 +34,25 @@ TEST(OroStringFile, TheWholeFileIsTheText) {
   EXPECT_EQ(input.Tell(), 4) << "half a unit is left";
 }
 
-TEST(OroStringFile, BehindTheStartThereIsNoWholeText) {
-  MemoryInput input(std::string("xx\0A\x20\xAC", 6));
+TEST(OroStringFile, BehindOtherValuesTheRestIsTheText) {
+  MemoryInput input(std::string("xx\0A\x20\xAC\0", 7));
   char head[2];
   ASSERT_TRUE(input.ReadBytes(head, 2));
   OroString text(u"old");
-  EXPECT_FALSE(text.read(input));
-  EXPECT_EQ(tests::units(text), u"old");
-  EXPECT_EQ(input.Tell(), 2);
+  EXPECT_TRUE(text.read(input));
+  EXPECT_EQ(tests::units(text), u"A\u20AC");
+  EXPECT_EQ(input.Tell(), 6);
+  EXPECT_TRUE(text.read(input)) << "half a unit is none";
+  EXPECT_TRUE(text.isEmpty());
+}
+
+TEST(OroStringFile, BehindTheEndIsNothing) {
+  MemoryInput input(std::string("\0A", 2));
+  ASSERT_TRUE(input.Seek(10, true));
+  OroString text(u"old");
+  EXPECT_TRUE(text.read(input));
+  EXPECT_TRUE(text.isEmpty());
+  EXPECT_EQ(input.Tell(), 10);
 }
 
 TEST(OroStringFile, ReadingTakesAsManyBytesAsItIsTold) {
