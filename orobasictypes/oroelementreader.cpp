@@ -145,7 +145,8 @@ bool OroElementReader::BeginElement() {
 }
 
 bool OroElementReader::MatchTag(int32_t tag, int32_t& version) {
-  if (PeekTag() != tag || !BeginElement()) return false;
+  const int32_t next = PeekTag();
+  if (next < 0 || next != tag || !BeginElement()) return false;
   version = version_;
   return true;
 }

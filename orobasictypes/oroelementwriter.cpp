@@ -108,7 +108,8 @@ bool OroElementWriter::EndElement() {
 // Objects.
 
 bool OroElementWriter::BeginIdElement(const GUID& id, int32_t version) {
-  if (!BeginElement(orofiletags::kObject, version)) return false;
+  if (!hasOutput()) return false;
+  BeginElement(orofiletags::kObject, version);
   good_ = writeIdFields(id) && good_;
   return good_;
 }

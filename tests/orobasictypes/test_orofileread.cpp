@@ -262,6 +262,10 @@ TEST_F(OroFileReadTest, AnotherMediumComesInThroughOpenInput) {
   };
   folder_.write("a", "");
   Other reader;
+  MemoryInput unasked("");
+  reader.input = &unasked;
+  EXPECT_FALSE(reader.Open(path("absent"))) << "the file has to be readable all the same";
+  reader.input = nullptr;
   EXPECT_FALSE(reader.Open(path()));
   auto* const bad = new MemoryInput("");
   bad->good = false;
@@ -393,6 +397,18 @@ TEST_F(OroFileReadTest, AFailedInputMakesTheReaderBad) {
   EXPECT_FALSE(reader.IsGood()) << "once bad, always bad";
 }
 
+TEST_F(OroFileReadTest, OnAFailedInputNoElementBegins) {
+  MemoryInput input(ModelBytes(4).begin(0x12, 3).put(1, 1).end().bytes());
+  Reader reader(&input);
+  input.good = false;
+  EXPECT_FALSE(reader.BeginElement());
+  EXPECT_EQ(reader.GetTag(), 0x12);
+  EXPECT_EQ(input.Tell(), 0);
+  input.good = true;
+  EXPECT_FALSE(reader.IsGood());
+  EXPECT_TRUE(reader.AtElementEnd());
+}
+
 TEST_F(OroFileReadTest, TheMatchingTagIsEnteredAndAnotherLeftAlone) {
   ASSERT_TRUE(openBody(element(0x12, "x", 5) + element(0x34, "y")));
   int32_t version = -1;
@@ -402,6 +418,30 @@ TEST_F(OroFileReadTest, TheMatchingTagIsEnteredAndAnotherLeftAlone) {
   EXPECT_TRUE(reader_.MatchTag(0x12, version));
   EXPECT_EQ(version, 5);
   EXPECT_EQ(byte(), 'x');
+}
+
+TEST_F(OroFileReadTest, OnAnInputWithoutPositionsNoElementBegins) {
+  class Nowhere : public MemoryInput {
+   public:
+    using MemoryInput::MemoryInput;
+    int64_t Tell() override { return -1; }
+    bool Seek(int64_t, bool) override { return false; }
+  };
+  for (const uint64_t size : {8u, 9u, 10u}) {
+    Nowhere input(ModelBytes(4).begin(0x12, 3).put(0, 4).endAs(size).bytes());
+    Reader reader(&input);
+    EXPECT_FALSE(reader.BeginElement()) << size;
+    EXPECT_FALSE(reader.IsGood());
+    EXPECT_EQ(reader.RemainingBytes(), 0);
+  }
+}
+
+TEST_F(OroFileReadTest, WhereNoElementComesNoTagMatches) {
+  ASSERT_TRUE(openBody(""));
+  int32_t version = -1;
+  EXPECT_FALSE(reader_.MatchTag(reader_.PeekTag(), version));
+  EXPECT_EQ(version, -1);
+  EXPECT_TRUE(reader_.IsGood());
 }
 
 TEST_F(OroFileReadTest, PeekingAtTheTagMovesNothing) {

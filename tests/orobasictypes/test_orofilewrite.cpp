@@ -201,6 +201,27 @@ TEST_F(OroFileWriteTest, ObjectsWriteThemselvesAndTheirAnswerCounts) {
   EXPECT_FALSE(other.WriteObjectTo(box));
 }
 
+TEST_F(OroFileWriteTest, ABadWriterWritesObjectsWhole) {
+  tests::Box box;
+  box.answer = false;
+  const std::string bytes = [&] {
+    MemoryOutput output;
+    Writer writer(&output, 1);
+    EXPECT_FALSE(writer.WriteObject(box));
+    EXPECT_FALSE(writer.BeginObject(box, 5));
+    EXPECT_FALSE(writer.WriteInt8(7));
+    EXPECT_FALSE(writer.EndObject());
+    EXPECT_FALSE(writer.BeginStringObject(KelCString("name")));
+    EXPECT_FALSE(writer.EndStringObject());
+    EXPECT_FALSE(writer.Close());
+    return output.bytes;
+  }();
+  const std::string id = "\x1D\xBF\xCA\xD9\x03\x38\x49\x23\xA3\x29\xEA\xEA\x81\x06\x3F\xF0";
+  EXPECT_EQ(bytes, std::string(4, '\0') +
+                       ModelBytes(4).begin(0xB0002, 5).text(id).put(7, 1).end().bytes() +
+                       element(0xB0003, element(0x10003, "name")));
+}
+
 TEST_F(OroFileWriteTest, TheGoldenFilesAreMadeByteForByte) {
   for (const int32_t version : {0, 1}) {
     Writer writer(version);
