@@ -318,6 +318,8 @@ TEST_F(BinFiles, AnOutputOnAStreamGoesOnWhereItStood) {
   EXPECT_EQ(output.Tell(), 4);
   ASSERT_TRUE(output.WriteBytes("AB", 2));
   EXPECT_EQ(output.CurrentPosition(), 6);
+  ASSERT_TRUE(output.Flush());
+  EXPECT_EQ(content("a"), "0123AB6789") << "the stream's own buffer too";
   ASSERT_TRUE(output.FlushAndClose());
   EXPECT_EQ(content("a"), "0123AB6789");
 }
