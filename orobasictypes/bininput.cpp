@@ -17,10 +17,10 @@ bool BinInput::setWordWidth(int32_t bits) {
 // One question to the medium, for no more than the staging buffer holds. The position is asked
 // for the scrambler alone.
 int64_t BinInput::readChunk(uint8_t* buffer, int64_t count) {
-  BinIO_Scrambler* const scrambler = binio::scrambler;
-  const int64_t position = scrambler != nullptr ? Tell() : 0;
+  BinIO_Scrambler* const installed = scrambler();
+  const int64_t position = installed != nullptr ? Tell() : 0;
   lastCount_ = std::clamp<int64_t>(ReadRaw(buffer, count), 0, count);
-  if (scrambler != nullptr && lastCount_ > 0) scrambler->Unscramble(buffer, position, lastCount_);
+  if (installed != nullptr && lastCount_ > 0) installed->Unscramble(buffer, position, lastCount_);
   return lastCount_;
 }
 
@@ -37,7 +37,7 @@ bool BinInput::completeElement(uint8_t* element, int64_t have, int64_t width) {
 // Decodes the whole elements that the medium holds ready, and returns how many they were.
 template <BinValue T>
 int64_t BinInput::takeReady(T* values, int width, int64_t count) {
-  if (binio::scrambler != nullptr) return 0;
+  if (scrambler() != nullptr) return 0;
   const int64_t taken = std::min<int64_t>(count, (readyEnd_ - ready_) / width);
   if (taken == 0) return 0;
   binelements::decode(values, ready_, taken, width);
@@ -49,7 +49,7 @@ int64_t BinInput::takeReady(T* values, int width, int64_t count) {
 // Only what the medium has is asked for, so that a value that is cut is not touched.
 template <BinValue T>
 int64_t BinInput::takeStraight(T* values, int width, int64_t count) {
-  if (straightBlock_ == 0 || width != sizeof(T) || binio::scrambler != nullptr) return 0;
+  if (straightBlock_ == 0 || width != sizeof(T) || scrambler() != nullptr) return 0;
   const int64_t inBlock = straightBlock_ / width;
   int64_t done = 0;
   for (int64_t whole = inBlock; whole == inBlock; done += whole) {

@@ -37,7 +37,7 @@ class BinInput {
   template <BinValue T>
   bool Read(T* values, int64_t count) {
     if (count < 1) return true;
-    if (count > (readyEnd_ - ready_) / int64_t{sizeof(T)} || binio::scrambler != nullptr) {
+    if (count > (readyEnd_ - ready_) / int64_t{sizeof(T)} || scrambler() != nullptr) {
       return readElements(values, sizeof(T), count);
     }
     const uint64_t bytes = static_cast<uint64_t>(count) * sizeof(T);
@@ -75,6 +75,7 @@ class BinInput {
   int64_t takeReady(T* values, int width, int64_t count);
   template <BinValue T>
   int64_t takeStraight(T* values, int width, int64_t count);
+  BinIO_Scrambler* scrambler() const { return *scrambler_; }
   int64_t readChunk(uint8_t* buffer, int64_t count);
   bool completeElement(uint8_t* element, int64_t have, int64_t width);
   bool setWordWidth(int32_t bits);
@@ -83,6 +84,8 @@ class BinInput {
   int64_t lastCount_ = 0;  // bytes of the last ReadRaw
   int64_t size_ = 0;       // bytes
   int32_t wordWidth_ = 0;
+  // What is installed in the module that made the input, whichever module reads from it.
+  BinIO_Scrambler* const* const scrambler_ = &binio::scrambler;
 
  protected:
   // Bytes that a medium holds in memory at its position; values are taken from there without a

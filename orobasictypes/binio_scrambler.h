@@ -1,11 +1,12 @@
 // BinIO_Scrambler: changes the bytes of binary files on their way, both ways.
 //
-//   InstallScrambler(new MyScrambler);  // from now on, for all inputs and outputs of this module
+//   InstallScrambler(new MyScrambler);  // from now on, for all streams made in this module
 //   InstallScrambler(nullptr);          // deletes it
 //
 // For components that keep their files from being read elsewhere; the system itself installs none.
 // It must give back what it took for any cut of the bytes into chunks, since reading cuts other
-// than writing. Each module has a scrambler of its own. Install it while nobody reads or writes.
+// than writing. Each module has a scrambler of its own, and a stream keeps to that of the module
+// that made it, whichever module reads or writes it. Install it while nobody reads or writes.
 #pragma once
 
 #include <cstdint>

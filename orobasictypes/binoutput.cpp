@@ -3,11 +3,9 @@
 #include <algorithm>
 #include <cstring>
 
-#include "orobasictypes/binio_scrambler.h"
-
 bool BinOutput::FlushBuffer() {
   if (pending_ == 0) return true;
-  if (binio::scrambler != nullptr) binio::scrambler->Scramble(staging_, Tell(), pending_);
+  if (scrambler() != nullptr) scrambler()->Scramble(staging_, Tell(), pending_);
   const bool written = WriteRaw(staging_, pending_) > 0;
   pending_ = 0;
   return written;
@@ -16,7 +14,7 @@ bool BinOutput::FlushBuffer() {
 // Whole buffers on their way to a medium that takes them in its memory; returns how many values.
 template <BinValue T>
 int64_t BinOutput::putReady(const T* values, int width, int64_t count) {
-  if (pending_ != 0 || stagingSize % width != 0 || binio::scrambler != nullptr) return 0;
+  if (pending_ != 0 || stagingSize % width != 0 || scrambler() != nullptr) return 0;
   const int64_t inBuffer = stagingSize / width;
   const int64_t buffers = std::min(count / inBuffer, (readyEnd_ - ready_) / stagingSize);
   if (buffers == 0) return 0;
@@ -56,10 +54,10 @@ bool BinOutput::WriteBytes(const void* bytes, int64_t count) {
 
 int64_t BinOutput::ReadBack(void* buffer, int64_t count) {
   FlushBuffer();
-  BinIO_Scrambler* const scrambler = binio::scrambler;
-  const int64_t position = scrambler != nullptr ? Tell() : 0;
+  BinIO_Scrambler* const installed = scrambler();
+  const int64_t position = installed != nullptr ? Tell() : 0;
   const int64_t got = ReadRaw(buffer, count);
-  if (scrambler != nullptr && got > 0) scrambler->Unscramble(buffer, position, got);
+  if (installed != nullptr && got > 0) installed->Unscramble(buffer, position, got);
   return got;
 }
 

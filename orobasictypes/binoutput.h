@@ -13,6 +13,7 @@
 #include <cstdint>
 
 #include "orobasictypes/binelements.h"
+#include "orobasictypes/binio_scrambler.h"
 
 class BinOutput {
  public:
@@ -85,6 +86,7 @@ class BinOutput {
   bool writeElements(const T* values, int width, int64_t count);
   template <BinValue T>
   int64_t putReady(const T* values, int width, int64_t count);
+  BinIO_Scrambler* scrambler() const { return *scrambler_; }
   int64_t room() const { return stagingSize - pending_; }
   bool setWordWidth(int32_t bits);
 
@@ -95,6 +97,8 @@ class BinOutput {
   bool secondFlag_ = false;
   int32_t wordWidth_ = 0;
   bool thirdFlag_ = false;
+  // What is installed in the module that made the output, whichever module writes to it.
+  BinIO_Scrambler* const* const scrambler_ = &binio::scrambler;
 
  protected:
   // Memory of the medium at its position. Values that would fill the buffer exactly are put there
