@@ -10,8 +10,9 @@
 //
 // Whoever opened it owns it; an object that is read gets it for the time of the call. Operations
 // with no result of their own give whether the reader is good afterwards: once something was wrong
-// it stays bad until the next file, and loops over elements end. Ids and texts that are lent are
-// good until the next call. One thread at a time.
+// it stays bad until the next file, and loops over elements end. Whoever enters elements that it
+// does not know limits levels and elements: those of a damaged file may overlap. Ids and texts that
+// are lent are good until the next call. One thread at a time.
 #pragma once
 
 #include <cstdint>

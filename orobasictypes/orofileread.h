@@ -5,9 +5,9 @@
 //   if (!reader.Open(path) || !reader.IsGood()) return false;
 //   while (!reader.AtElementEnd()) readOne(reader);
 //
-// Any damage ends in IsGood() false and in the end of loops over elements. It owns the input that
-// Open makes, and not one that it is given. A template only because headers of this folder know no
-// interface: whoever makes one includes that of the reader. One thread at a time.
+// Damage that shows ends in IsGood() false and in the end of loops over elements. It owns the input
+// that Open makes, and not one that it is given. A template only because headers of this folder
+// know no interface: whoever makes one includes that of the reader. One thread at a time.
 #pragma once
 
 #include <cstdint>

@@ -8,8 +8,8 @@
 //   writer.EndElement();
 //   return writer.Close();
 //
-// Without Close the file is cut off: readable as far as it goes. It owns the output that Open
-// makes, and not one that it is given. A template only because headers of this folder know no
+// Without Close the file is cut off: elements that were ended can be read. It owns the output that
+// Open makes, and not one that it is given. A template only because headers of this folder know no
 // interface: whoever makes one includes that of the writer. One thread at a time.
 #pragma once
 

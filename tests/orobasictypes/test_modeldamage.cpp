@@ -13,6 +13,7 @@
 #include "orobasictypes/orostring.h"
 #include "tests/orobasictypes/filetexts.h"
 #include "tests/orobasictypes/memorymedia.h"
+#include "tests/orobasictypes/modelbytes.h"
 #include "tests/orobasictypes/modelobjects.h"
 #include "tests/tempfolder.h"
 
@@ -217,6 +218,33 @@ TEST_P(ModelDamage, NoiseEndsInAResult) {
 }
 
 INSTANTIATE_TEST_SUITE_P(BothWidths, ModelDamage, testing::Values(0, 1));
+
+// Goes into every element there is and counts them.
+int countAll(OroFileRead<>& reader) {
+  int count = 0;
+  while (!reader.AtElementEnd()) {
+    if (!reader.BeginElement()) break;
+    count += 1 + countAll(reader);
+    reader.EndElement();
+  }
+  return count;
+}
+
+// The end of an element is not compared with that of its parent, so that a small file can hold very
+// much. It is kept for files that rely on it; readers that go into everything have to set a limit.
+TEST(ModelFiles, WhatStandsBehindAParentAndInItsChildIsReadTwice) {
+  for (int pairs = 0; pairs < 12; ++pairs) {
+    tests::ModelBytes file(4);
+    file.begin(0x4B454C, 0);
+    for (int i = 0; i < pairs; ++i) file.begin(groupTag, 0).begin(groupTag, 0);
+    for (int i = 0; i < pairs; ++i) file.end().endAs(16);
+    MemoryInput input(file.end().bytes());
+    OroFileRead<> reader(&input);
+    ASSERT_TRUE(reader.BeginElement());
+    EXPECT_EQ(countAll(reader), (2 << pairs) - 2);
+    EXPECT_TRUE(reader.IsGood());
+  }
+}
 
 TEST(ModelFiles, DeepNestingIsClosedAndReadBack) {
   constexpr int depth = 100000;
