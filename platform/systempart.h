@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "platform/knownfolders.h"
+#include "platform/network.h"
 #include "platform/osregistry.h"
 
 namespace platform {
@@ -20,6 +21,10 @@ bool writeToParentConsole(std::string_view text);
 
 /// knownFolderPath without its hook.
 std::u16string systemKnownFolder(KnownFolder folder);
+
+/// findHost without its hook and its limit; answersEcho without its hook.
+bool findSystemHost(const std::string& name, HostAddress& address);
+bool systemAnswersEcho(const HostAddress& address, int milliseconds);
 
 /// The registry that this system has; lives as long as the process.
 RegistryStore& systemRegistryStore();

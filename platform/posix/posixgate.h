@@ -8,6 +8,10 @@
 #include <fcntl.h>
 #include <link.h>
 #include <linux/futex.h>
+#include <netdb.h>
+#include <netinet/in.h>
+#include <netinet/ip_icmp.h>
+#include <poll.h>
 #include <signal.h>
 #include <stdlib.h>
 #include <sys/mman.h>

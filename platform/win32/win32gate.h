@@ -13,10 +13,16 @@
 #ifndef UNICODE
 #define UNICODE
 #endif
+// Before windows.h, which has an older one of its own.
+#include <winsock2.h>
+
 #include <windows.h>
+
+#include <iphlpapi.h>
 
 #include <commctrl.h>
 #include <fcntl.h>
+#include <icmpapi.h>
 #include <io.h>
 #include <psapi.h>
 #include <share.h>
