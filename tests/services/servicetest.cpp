@@ -27,6 +27,7 @@ void forgetAll() {
   testaccess::resetLogFile();
   testaccess::resetDirectories();
   testaccess::resetDefaultDirsWanted();
+  testaccess::resetProductInfo();
 }
 
 }  // namespace
