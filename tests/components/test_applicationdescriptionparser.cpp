@@ -146,7 +146,7 @@ TEST(ApplicationDescriptionParser, TakesTheDescriptionThatTheProductShips) {
   const std::string text{std::istreambuf_iterator<char>(file), {}};
   const Parsed parsed = parse(text);
   EXPECT_TRUE(parsed.good) << parsed.line << ": " << parsed.problem;
-  EXPECT_EQ(parsed.description.components.size(), 3u);
+  EXPECT_EQ(parsed.description.components.size(), 4u);
 }
 
 }  // namespace

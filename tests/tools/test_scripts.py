@@ -1,19 +1,23 @@
 #!/usr/bin/env python3
 """Tests of the scripts in tools/: a failure must show in the report of `./dev test`, a changed point
-in the comparison of `./dev demo`, and a source package comes from where the packages come from. Prints one line for each, OK or FAIL."""
+in the comparison of `./dev demo`, a source package comes from where the packages come from, and the
+executable's images are those that are drawn. Prints one line for each, OK or FAIL."""
 
 import contextlib
 import io
 import json
 import os
 import pathlib
+import struct
 import sys
 import tempfile
+import zlib
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "tools"))
 sys.dont_write_bytecode = True
 
 import comparepoints  # noqa: E402
+import drawimages  # noqa: E402
 import fetchsource  # noqa: E402
 import testreport  # noqa: E402
 
@@ -137,6 +141,35 @@ def fetch_twice():
         return fetchsource.main(["no such package", folder])
 
 
+def read_png(data):
+    """The pixels of a file, as bytes of rows without filters; raises on anything that is not sound."""
+    if data[:8] != drawimages.SIGNATURE:
+        raise ValueError("no PNG file")
+    chunks, place = [], 8
+    while place < len(data):
+        size, = struct.unpack_from(">I", data, place)
+        name, body = data[place + 4:place + 8], data[place + 8:place + 8 + size]
+        if struct.unpack_from(">I", data, place + 8 + size)[0] != zlib.crc32(name + body):
+            raise ValueError(f"{name} is damaged")
+        chunks.append((name, body))
+        place += 12 + size
+    if chunks[0][0] != b"IHDR" or chunks[-1] != (b"IEND", b""):
+        raise ValueError("first or last chunk")
+    width, height = struct.unpack_from(">II", chunks[0][1])
+    pixels = zlib.decompress(b"".join(body for name, body in chunks if name == b"IDAT"))
+    return width, height, pixels
+
+
+def image_rows():
+    """Each image: its name, the size and content of its file, and what they are to be."""
+    folder = pathlib.Path(__file__).resolve().parents[2] / "gui" / "apps" / "cowl" / "images"
+    for name, width, height, around, along, dot, size in drawimages.IMAGES:
+        data = (folder / f"{name}.png").read_bytes()
+        rows = drawimages.draw(width, height, around, along, dot)
+        drawn = b"".join(b"\0" + bytes(row) for row in rows)
+        yield name, (len(data), read_png(data) == (width, height, drawn)), (size, True)
+
+
 def main():
     results = []
 
@@ -166,6 +199,8 @@ def main():
     expect("source: the release is named", fetchsource.codename('ID=x\nVERSION_CODENAME="tidy"\n'),
            "tidy")
     expect("source: a folder that is there is kept", fetch_twice(), 0)
+    for name, found, wanted in image_rows():
+        expect(f"image: {name}", found, wanted)
     return 0 if all(results) else 1
 
 

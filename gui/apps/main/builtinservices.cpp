@@ -3,27 +3,41 @@
 #include "base/basic/gendatastore.h"
 #include "framework/kelregistry.h"
 #include "gui/apps/main/appglobals.h"
+#include "interfaces/IHelpService.h"
+#include "interfaces/IImageStore.h"
 #include "interfaces/IOroCustomTranslatorRegistry.h"
 #include "interfaces/IOroDirService.h"
 #include "interfaces/IOroErrorService.h"
+#include "interfaces/IOroNetworkService.h"
 #include "interfaces/IOroObjBroker.h"
 #include "interfaces/IOroTranslatorService.h"
+#include "interfaces/IProductInfo.h"
 #include "orobasictypes/sptr.h"
 #include "platform/crash.h"
 #include "services/errorservice.h"
+#include "services/helpservice.h"
+#include "services/kelproductinfo.h"
+#include "services/networkservice.h"
 #include "services/orodirservice.h"
+#include "services/oroimagestore.h"
 #include "services/orotranslatorservice.h"
 
 namespace {
 
 IOroUnknown* makeRegistry() { return new KelRegistry(); }
 
+IOroUnknown* productInfo() { return getProductInfo(); }
+
 IOroUnknown* settingsStore() { return getGenDataStore(); }
+
+IOroUnknown* makeImageStore() { return new OroImageStore(); }
 
 IOroUnknown* makeTranslatorService() { return new OroTranslatorService(); }
 
 // The object of the row above, seen in its other role.
 IOroUnknown* publishedTranslatorService() { return SPtr<IOroTranslatorService>().get(); }
+
+IOroUnknown* helpService() { return getHelpService(); }
 
 IOroUnknown* makeErrorService() {
   return new ErrorService(true,
@@ -32,6 +46,8 @@ IOroUnknown* makeErrorService() {
 
 IOroUnknown* makeDirService() { return new OroDirService(); }
 
+IOroUnknown* makeNetworkService() { return new NetworkService(); }
+
 struct BuiltInService {
   const char* name;
   IOroUnknown* (*object)();
@@ -39,11 +55,15 @@ struct BuiltInService {
 
 constexpr BuiltInService kBuiltInServices[] = {
     {Velmora::IOroRegistry::interfaceName(), makeRegistry},
+    {IProductInfo::interfaceName(), productInfo},
     {IDataStore::interfaceName(), settingsStore},
+    {IImageStore::interfaceName(), makeImageStore},
     {IOroTranslatorService::interfaceName(), makeTranslatorService},
     {IOroCustomTranslatorRegistry::interfaceName(), publishedTranslatorService},
+    {IHelpService::interfaceName(), helpService},
     {IOroErrorService::interfaceName(), makeErrorService},
     {IOroDirService::interfaceName(), makeDirService},
+    {IOroNetworkService::interfaceName(), makeNetworkService},
 };
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include "base/basic/gendatastore.h"
 #include "framework/kelcomponentmanager.h"
 #include "framework/oroobjectbroker.h"
+#include "gui/apps/cowl/builtincomponent.h"
 #include "gui/apps/main/appglobals.h"
 #include "gui/apps/main/builtinservices.h"
 #include "gui/apps/main/initserver.h"
@@ -17,6 +18,7 @@
 #include "orobasictypes/orostring.h"
 #include "orobasictypes/sptr.h"
 #include "platform/sharedlibrary.h"
+#include "services/helpservice.h"
 #include "services/orostartuperrorlog.h"
 
 namespace {
@@ -44,6 +46,13 @@ void askNetworkState() {
   if (network) network->updateNetworkState();
 }
 
+// Without an application there is nobody to show help to.
+void prepareHelp() {
+  HelpService* const help = getHelpService();
+  help->loadVolumes();
+  help->createViewer();
+}
+
 }  // namespace
 
 OroAppMain::OroAppMain() : errorText_(kNoError) { oroAppGlobals().appMain = this; }
@@ -68,6 +77,7 @@ int32_t OroAppMain::initEssential() {
   globals.classRegistration = globals.broker->classRegistration();
   registerBuiltInServices(*globals.broker);
   if (oroWantsStartupErrorLog()) oroCreateStartupErrorLog();
+  registerBuiltInComponent();
   return 0;
 }
 
@@ -88,6 +98,7 @@ int32_t OroAppMain::initConfigurable(int32_t argc, const OroString* argv, IOroAp
   initServer = nullptr;
   if (starter_) starter_->initDone();
   askNetworkState();
+  if (starter_) prepareHelp();
   return startApplication();
 }
 

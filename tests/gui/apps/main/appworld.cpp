@@ -15,6 +15,7 @@
 #include "platform/crash.h"
 #include "platform/knownfolders.h"
 #include "platform/messagebox.h"
+#include "platform/network.h"
 #include "platform/text.h"
 #include "services/testaccess.h"
 #include "tests/gui/apps/main/events.h"
@@ -31,6 +32,11 @@ int rememberBox(const std::u16string&, const std::u16string& text, unsigned) {
 }
 
 std::u16string folderInProfile(platform::KnownFolder) { return profileFolder; }
+
+bool findNoHost(const std::string&, platform::HostAddress&) {
+  event("network");
+  return false;
+}
 
 void declareParent(IDataStore& store, const std::string& path) {
   for (std::size_t slash = path.find('/'); slash != path.npos; slash = path.find('/', slash + 1)) {
@@ -54,6 +60,7 @@ AppWorld::AppWorld() {
   profileFolder = platform::fromSystemPath(folder_.path().string());
   platform::messageBoxHook = rememberBox;
   platform::knownFolderHook = folderInProfile;
+  platform::findHostHook = findNoHost;
 }
 
 AppWorld::~AppWorld() {
@@ -67,9 +74,13 @@ AppWorld::~AppWorld() {
   testaccess::resetSettingsPaths();
   testaccess::resetDirectories();
   testaccess::resetDefaultDirsWanted();
+  testaccess::resetProductInfo();
+  testaccess::resetHelpService();
+  testaccess::resetNetworkService();
   platform::removeCrashHandler();
   platform::messageBoxHook = nullptr;
   platform::knownFolderHook = nullptr;
+  platform::findHostHook = nullptr;
 }
 
 const std::u16string& AppWorld::boxText() const { return shownText; }

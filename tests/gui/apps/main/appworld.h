@@ -2,7 +2,7 @@
 
 // A process before its start for one test of the application main, and clean again after it: no
 // broker, an empty settings store, nothing of the machine's own folders, no message box that
-// blocks.
+// blocks, and no host of any name, which is the event "network" when the start asks.
 
 #include <string>
 #include <vector>

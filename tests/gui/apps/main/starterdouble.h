@@ -7,7 +7,6 @@
 #include "interfaces/IMemoryInit.h"
 #include "interfaces/IOroAppStarter.h"
 #include "interfaces/IOroMManager.h"
-#include "interfaces/IOroNetworkService.h"
 #include "orobasictypes/orostring.h"
 #include "tests/gui/apps/main/double.h"
 #include "tests/gui/apps/main/events.h"
@@ -32,14 +31,6 @@ struct Starter : Double<Starter, IOroAppStarter> {
     return runResult;
   }
   void shutDown() override { event("starter shutDown"); }
-};
-
-struct Network : Double<Network, IOroNetworkService> {
-  static constexpr const char* className() { return "Network"; }
-  bool updateNetworkState() override {
-    event("network");
-    return false;
-  }
 };
 
 struct MemoryManager : Double<MemoryManager, OroMM::IOroMManager, IMemoryInit> {

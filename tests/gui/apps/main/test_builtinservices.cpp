@@ -9,13 +9,19 @@
 
 #include "base/basic/gendatastore.h"
 #include "gui/apps/main/oroappmain.h"
+#include "interfaces/IHelpServiceV3.h"
+#include "interfaces/IImageStore.h"
 #include "interfaces/IOroComponentManager.h"
 #include "interfaces/IOroCustomTranslatorRegistry.h"
 #include "interfaces/IOroDirService.h"
 #include "interfaces/IOroErrorService.h"
+#include "interfaces/IOroNetworkService.h"
 #include "interfaces/IOroRegistry.h"
 #include "interfaces/IOroTranslatorService.h"
+#include "interfaces/IProductInfo.h"
 #include "orobasictypes/sptr.h"
+#include "services/helpservice.h"
+#include "services/kelproductinfo.h"
 #include "tests/gui/apps/main/appworld.h"
 #include "tests/support/fakebroker.h"
 
@@ -50,9 +56,10 @@ TEST(BuiltInServices, ArePublishedInTheOrderOfTheirNeeds) {
   }
   EXPECT_EQ(broker.names, expected);
   EXPECT_THAT(broker.names,
-              testing::IsSupersetOf({"IOroRegistry", "IDataStore", "IOroTranslatorService",
-                                     "IOroCustomTranslatorRegistry", "IOroErrorService",
-                                     "IOroDirService"}));
+              testing::IsSupersetOf({"IOroRegistry", "IProductInfo", "IDataStore", "IImageStore",
+                                     "IOroTranslatorService", "IOroCustomTranslatorRegistry",
+                                     "IHelpService", "IOroErrorService", "IOroDirService",
+                                     "IOroNetworkService"}));
 }
 
 class BuiltIn : public testing::Test {
@@ -71,6 +78,10 @@ TEST_F(BuiltIn, AnswerUnderTheirNames) {
   EXPECT_TRUE(SPtr<IOroCustomTranslatorRegistry>());
   EXPECT_TRUE(SPtr<IOroErrorService>());
   EXPECT_TRUE(SPtr<IOroDirService>());
+  EXPECT_TRUE(SPtr<IProductInfo>());
+  EXPECT_TRUE(SPtr<IImageStore>());
+  EXPECT_TRUE(SPtr<IHelpService>());
+  EXPECT_TRUE(SPtr<IOroNetworkService>());
 }
 
 TEST_F(BuiltIn, OneTranslatorServiceHasTwoNames) {
@@ -83,6 +94,16 @@ TEST_F(BuiltIn, OneTranslatorServiceHasTwoNames) {
 TEST_F(BuiltIn, TheSettingsAreThoseOfTheProcess) {
   SPtr<IDataStore> store;
   EXPECT_EQ(store.get(), static_cast<IDataStore*>(getGenDataStore()));
+}
+
+TEST_F(BuiltIn, TheProductInformationIsThatOfTheProcess) {
+  SPtr<IProductInfo> product;
+  EXPECT_EQ(product.get(), getProductInfo());
+}
+
+TEST_F(BuiltIn, TheHelpIsThatOfTheProcess) {
+  SPtr<IHelpService> help;
+  EXPECT_EQ(oroQuery<IHelpServiceV3>(help.get()), getHelpService());
 }
 
 TEST_F(BuiltIn, EachIsHeldByTheBrokerAlone) {

@@ -13,10 +13,17 @@
 #include "base/basic/keldatavisitor.h"
 #include "framework/kelcomponentmanager.h"
 #include "framework/oroobjectbroker.h"
+#include "gui/apps/cowl/builtincomponent.h"
 #include "gui/apps/main/appglobals.h"
+#include "interfaces/IHelpViewer.h"
+#include "interfaces/IOroComponent.h"
 #include "interfaces/IOroErrorService.h"
+#include "interfaces/IProductInfo.h"
 #include "orobasictypes/sptr.h"
+#include "platform/hooks.h"
+#include "platform/network.h"
 #include "services/crashhandler.h"
+#include "services/helpservice.h"
 #include "tests/gui/apps/main/appworld.h"
 #include "tests/gui/apps/main/initserverdouble.h"
 #include "tests/gui/apps/main/starterdouble.h"
@@ -76,6 +83,46 @@ TEST_F(AppMain, EssentialPartMakesManagerAndBroker) {
   EXPECT_TRUE(events().empty());
 }
 
+TEST_F(AppMain, EssentialPartEntersTheExecutableAsAComponent) {
+  application().initEssential();
+  SPtr<IOroComponentManager> manager;
+  IOroComponent* component = nullptr;
+  EXPECT_TRUE(manager->getComponent(kCowlComponentId, KelCString(), &component));
+  ASSERT_NE(component, nullptr);
+  EXPECT_STREQ(component->getClassName(), "CowlComponent");
+  void* app = nullptr;
+  EXPECT_EQ(oroCreateObject(kCowlAppClass, KelCString::borrow("IAppCustomizer"), &app), 0)
+      << "its classes are the description's business";
+  EXPECT_EQ(application().objectBroker()->getLastStatus(), 1001);
+}
+
+TEST_F(AppMain, TheNetworksStateIsInTheSettingsAfterTheStart) {
+  tests::setNumber("Network/Internal", 7);
+  const platform::HookGuard find(platform::findHostHook,
+                                 [](const std::string&, platform::HostAddress&) { return true; });
+  const platform::HookGuard echo(platform::answersEchoHook,
+                                 [](const platform::HostAddress&, int) { return true; });
+  EXPECT_EQ(init(), 0);
+  EXPECT_EQ(getGenDataStore()->GetInt("Network/Internal", nullptr), 1);
+}
+
+TEST_F(AppMain, ProductFactsStayUnfilledUntilSomebodyAsksForTheApp) {
+  tests::initServerPlan().onRead = [] {
+    oroAppGlobals().classRegistration->registerClass(kCowlAppClass, kCowlComponentId,
+                                                     KelCStringSet(), KelCString("CowlApp"));
+  };
+  EXPECT_EQ(init(), 0);
+  SPtr<IProductInfo> product;
+  KelCString text;
+  EXPECT_STREQ(product->productName(text).c_str(), "");
+  EXPECT_TRUE(product->isPrototype());
+  void* app = nullptr;
+  EXPECT_EQ(oroCreateObject(kCowlAppClass, KelCString::borrow("IAppCustomizer"), &app), 1);
+  EXPECT_STREQ(product->productName(text).c_str(), "CowlCORE");
+  EXPECT_STREQ(product->fullVersion(text).c_str(), "202100");
+  EXPECT_EQ(registryText("PRODUCT_INFO/displayVersion"), "2021");
+}
+
 TEST_F(AppMain, TheProcessHoldsAReferenceOnTheBroker) {
   application().initEssential();
   OroObjectBroker* const broker = oroAppGlobals().broker;
@@ -86,7 +133,6 @@ TEST_F(AppMain, TheProcessHoldsAReferenceOnTheBroker) {
 }
 
 TEST_F(AppMain, StartWithoutAStarterGoesThroughTheInitServer) {
-  tests::initServerPlan().onRead = [] { tests::publish("IOroNetworkService", new tests::Network); };
   EXPECT_EQ(init(), 0);
   EXPECT_THAT(events(), ElementsAre("hook", "component initialise", "setClassRegistration",
                                     "readDescription 0", "finish", "init server gone", "network"));
@@ -97,10 +143,7 @@ TEST_F(AppMain, StartWithoutAStarterGoesThroughTheInitServer) {
 
 TEST_F(AppMain, StartWithAStarterTakesEachStepInItsPlace) {
   auto* const starter = new tests::Starter();
-  tests::initServerPlan().onRead = [starter] {
-    tests::publish("IOroAppStarter", starter);
-    tests::publish("IOroNetworkService", new tests::Network);
-  };
+  tests::initServerPlan().onRead = [starter] { tests::publish("IOroAppStarter", starter); };
   starter->runResult = 9;
   EXPECT_EQ(init(), 0);
   EXPECT_THAT(events(),
@@ -111,6 +154,45 @@ TEST_F(AppMain, StartWithAStarterTakesEachStepInItsPlace) {
   events().clear();
   EXPECT_EQ(application().run(), 9);
   EXPECT_THAT(events(), ElementsAre("starter run"));
+}
+
+constexpr GUID kViewerClass = {
+    0x0C9D5C8B, 0x341E, 0x4B42, {0x8F, 0xF2, 0x13, 0xCC, 0x34, 0xA4, 0xF3, 0x93}};
+
+struct Viewer : tests::Double<Viewer, IHelpViewer> {
+  static constexpr const char* className() { return "Viewer"; }
+  void show(const OroString&) override {}
+  void queryInterface(const char* name, void* out) override {
+    if (name != nullptr && std::string(name) == "IHelpViewer") tests::event("viewer");
+    Double::queryInterface(name, out);
+  }
+};
+
+TEST_F(AppMain, HelpIsPreparedBetweenTheNetworkAndTheStartOfAnApplication) {
+  auto* const starter = new tests::Starter();
+  tests::initServerPlan().onRead = [this, starter] {
+    tests::publish("IOroAppStarter", starter);
+    application().objectBroker()->setClassObject(kViewerClass, new Viewer);
+  };
+  getGenDataStore()->CreateDirectory("Document");
+  getGenDataStore()->CreateVoid("Document/GenCmdDone", 0);
+  EXPECT_EQ(init(), 0);
+  ASSERT_GE(events().size(), 3u);
+  EXPECT_THAT(tests::Events(events().end() - 3, events().end()),
+              ElementsAre("network", "viewer", "starter start"));
+  getHelpService()->setTopicOverride(KelCString("override"), false);
+  getGenDataStore()->Fire(nullptr, "Document/GenCmdDone");
+  KelCString topic;
+  getHelpService()->topicOverride(topic);
+  EXPECT_TRUE(topic.isEmpty()) << "the volumes are loaded too";
+}
+
+TEST_F(AppMain, WithoutAnApplicationThereIsNoHelp) {
+  tests::initServerPlan().onRead = [this] {
+    application().objectBroker()->setClassObject(kViewerClass, new Viewer);
+  };
+  EXPECT_EQ(init(), 0);
+  EXPECT_THAT(events(), testing::Not(testing::Contains("viewer")));
 }
 
 TEST_F(AppMain, TheHookComesBeforeTheEnvironmentAndTheDescriptionAfterIt) {
