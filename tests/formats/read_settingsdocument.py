@@ -224,21 +224,6 @@ def written_text(kind, value, path):
     return same_text(value)
 
 
-def natural(segment):
-    """What sorts as the segment does: without letter case, runs of digits by their number."""
-    return [(ord("0"), int(run)) if run else (ord(other.lower()), 0)
-            for run, other in re.findall(rb"([0-9]+)|(.)", segment.encode("latin-1"), re.DOTALL)]
-
-
-def expect_order(before, after):
-    """The first segments that differ tell the order, unless case or zeros in front part them."""
-    for first, second in zip(before.split("/"), after.split("/")):
-        if first != second:
-            if natural(second) < natural(first):
-                raise Different(f"{after!r} stands behind {before!r}")
-            return
-
-
 def expect_values(values, expected):
     """Of the values at one path the later counts, on both sides."""
     found = {value.path: value for value in values}
@@ -262,6 +247,4 @@ def read(data):
 def check(data, expected):
     values = read(data)
     expect_values(values, expected["values"])
-    for before, after in zip(values, values[1:]):
-        expect_order(before.path, after.path)
     expect_equal(len(data), expected["bytes"], "size of the file")
