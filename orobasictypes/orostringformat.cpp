@@ -30,7 +30,7 @@ void takeNumber(std::string_view& text, KelCString& format) {
 // "%", the front of the format's text that is flags, width and precision, and the conversion: no
 // text can smuggle in another one.
 KelCString formatText(const OroStringFormat& format, const char* conversion) {
-  std::string_view rest = format.specification.c_str();
+  std::string_view rest = format.layout.c_str();
   const size_t flags = std::min(rest.find_first_not_of("-+ #0"), rest.size());
   KelCString text("%", KelCString(rest.data(), static_cast<int>(flags)).text());
   rest.remove_prefix(flags);

@@ -13,9 +13,9 @@ class OroStringFormat {
  public:
   OroStringFormat() = default;
   explicit OroStringFormat(const KelCString& text, bool exponent = false, bool force = false)
-      : useExponentForm(exponent), forceExponent(force), specification(text) {}
+      : useExponentForm(exponent), forceExponent(force), layout(text) {}
 
   bool useExponentForm = false;  // reals: false prints as "f"
   bool forceExponent = false;    // with useExponentForm: true prints as "e", false as "g"
-  KelCString specification;
+  KelCString layout;
 };

@@ -13,8 +13,8 @@ namespace {
 
 using tests::units;
 
-OroStringFormat format(const char* specification, bool exponent = false, bool force = false) {
-  return OroStringFormat(KelCString::borrow(specification), exponent, force);
+OroStringFormat format(const char* layout, bool exponent = false, bool force = false) {
+  return OroStringFormat(KelCString::borrow(layout), exponent, force);
 }
 
 TEST(OroStringFormat, PrintsIntegers) {
