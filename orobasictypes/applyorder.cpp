@@ -10,20 +10,20 @@ OroPool<BitVector>& donePool() {
   return *pool;
 }
 
-// The cycle of records that begins at `start`.
+// The cycle of records that begins at `start`, which is not done yet.
 void moveCycle(const OroMM::IntArray& index, int32_t first, int32_t last, int32_t start,
                QuickSort_Assign& assign, BitVector& done) {
+  done.Set(start - first);
   assign.Assign(start, -1);
   int32_t to = start;
-  int32_t from = index.Get(to);
-  while (from != start && from >= first && from <= last && !done.Test(from - first)) {
+  for (;;) {
+    const int32_t from = index.Get(to);
+    // Back at the start, or at a place that no permutation would come to.
+    if (from < first || from > last || !done.Insert(from - first)) break;
     assign.Assign(from, to);
-    done.Set(to - first);
     to = from;
-    from = index.Get(to);
   }
   assign.Assign(-1, to);
-  done.Set(to - first);
 }
 
 }  // namespace

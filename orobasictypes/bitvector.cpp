@@ -1,5 +1,7 @@
 #include "orobasictypes/bitvector.h"
 
+#include <emmintrin.h>
+
 #include <algorithm>
 #include <cstring>
 #include <utility>
@@ -38,6 +40,52 @@ void copyWords(uint32_t* to, const uint32_t* from, int64_t count) {
 
 bool isAnySet(const uint32_t* words, int32_t count) {
   return wordKernels().firstOther(words, count, 0) < count;
+}
+
+// The operations on two vectors. Short runs are done on the spot, with what every processor has.
+struct Conjoin {
+  static __m128i wide(__m128i a, __m128i b) { return _mm_and_si128(a, b); }
+  static constexpr uint32_t narrow(uint32_t a, uint32_t b) { return a & b; }
+  static auto kernel() { return wordKernels().conjoin; }
+};
+struct Unite {
+  static __m128i wide(__m128i a, __m128i b) { return _mm_or_si128(a, b); }
+  static constexpr uint32_t narrow(uint32_t a, uint32_t b) { return a | b; }
+  static auto kernel() { return wordKernels().unite; }
+};
+struct Differ {
+  static __m128i wide(__m128i a, __m128i b) { return _mm_xor_si128(a, b); }
+  static constexpr uint32_t narrow(uint32_t a, uint32_t b) { return a ^ b; }
+  static auto kernel() { return wordKernels().differ; }
+};
+struct Subtract {
+  static __m128i wide(__m128i a, __m128i b) { return _mm_andnot_si128(b, a); }
+  static constexpr uint32_t narrow(uint32_t a, uint32_t b) { return a & ~b; }
+  static auto kernel() { return wordKernels().subtract; }
+};
+
+constexpr int32_t shortRun = 64;  // words
+
+template <class Operation>
+void combine(uint32_t* a, const uint32_t* b, int32_t count) {
+  if (count > shortRun) return Operation::kernel()(a, b, count);
+  int32_t i = 0;
+  for (; i + 4 <= count; i += 4) {
+    auto* const mine = reinterpret_cast<__m128i*>(a + i);
+    const __m128i theirs = _mm_loadu_si128(reinterpret_cast<const __m128i*>(b + i));
+    _mm_storeu_si128(mine, Operation::wide(_mm_loadu_si128(mine), theirs));
+  }
+  for (; i < count; ++i) a[i] = Operation::narrow(a[i], b[i]);
+}
+
+void invert(uint32_t* a, int32_t count) {
+  if (count > shortRun) return wordKernels().invert(a, count);
+  int32_t i = 0;
+  for (; i + 4 <= count; i += 4) {
+    auto* const words = reinterpret_cast<__m128i*>(a + i);
+    _mm_storeu_si128(words, _mm_xor_si128(_mm_loadu_si128(words), _mm_set1_epi32(-1)));
+  }
+  for (; i < count; ++i) a[i] = ~a[i];
 }
 
 // The bits of a word from place `from` on, and those up to place `to`.
@@ -156,7 +204,7 @@ void BitVector::Resize(int32_t newMaximum) {
     becomeOneWord();
   }
   const int64_t wanted = std::max(newMaximum, leastMaximum);
-  if (wanted == maximumBit_) return;
+  if (wanted >> 5 == maximumBit_ >> 5) return;
   int64_t target = wanted;
   if (wanted > maximumBit_) {
     for (target = maximumBit_; target <= wanted && target < INT32_MAX;) {
@@ -166,7 +214,6 @@ void BitVector::Resize(int32_t newMaximum) {
   const int32_t old = wordCount();
   const auto grown = static_cast<int32_t>(target / 32 + 1);
   const auto needed = static_cast<int32_t>(wanted / 32 + 1);
-  if (old == needed) return;
   // What a shrinking vector loses is not looked at.
   if (needed < old) numSet_ = -1;
   if (bvwordsLarge_ != nullptr) {
@@ -242,6 +289,14 @@ void BitVector::maskWord(int32_t word, uint32_t kept, uint32_t flipped) {
   if (changed != old) *makeWord(word) = changed;
 }
 
+void BitVector::flipBits(int32_t word, uint32_t flipped) {
+  if (bvwords_ != nullptr) {
+    bvwords_[word] ^= flipped;
+  } else {
+    maskWord(word, UINT32_MAX, flipped);
+  }
+}
+
 // Words outside the vector are zeros.
 void BitVector::readWords(int64_t word, uint32_t* to, int32_t count) const {
   const int64_t end = std::min<int64_t>(word + count, wordCount());
@@ -306,7 +361,7 @@ void BitVector::flipWords(int32_t count) {
   for (int32_t word = 0; word < count;) {
     const Stretch part = stretch(word, count);
     if (part.words != nullptr) {
-      wordKernels().invert(part.words, part.count);
+      invert(part.words, part.count);
     } else {
       fillWords(word, word + part.count, true);
     }
@@ -358,20 +413,17 @@ void BitVector::setSlowly(int32_t b) {
   setIn(*makeWord(b >> 5), b);
 }
 
-// The first bit from there on in a word that is not `skipped` (0 or all ones), and in it the first
-// that differs from it.
+// The first bit behind the word of `from`, which the caller has looked at, that differs from
+// `skipped` (0 or all ones).
 int32_t BitVector::scanForward(uint32_t from, uint32_t skipped) const {
   const int32_t end = wordCount();
-  auto word = static_cast<int32_t>(from >> 5);
-  const uint32_t first = (wordAt(word) ^ skipped) & bitsFrom(static_cast<int32_t>(from));
-  if (first != 0) return word * 32 + std::countr_zero(first);
-  for (++word; word < end;) {
+  for (auto word = static_cast<int32_t>(from >> 5) + 1; word < end;) {
     const Stretch part = stretch(word, end);
     if (part.words != nullptr) {
       const int64_t found = wordKernels().firstOther(part.words, part.count, skipped);
       if (found < part.count) {
-        word += static_cast<int32_t>(found);
-        return word * 32 + std::countr_zero(wordAt(word) ^ skipped);
+        const uint32_t bits = part.words[found] ^ skipped;
+        return (word + static_cast<int32_t>(found)) * 32 + std::countr_zero(bits);
       }
     } else if (skipped != 0) {
       return word * 32;
@@ -508,25 +560,29 @@ bool BitVector::Disjoint(const BitVector& other) const {
   return true;
 }
 
-// Runs `kernel` over the words that both have. Where this vector has no memory, the other's words
-// are what comes out of it, and zeros need none.
-template <class Kernel>
-void BitVector::mergeWith(const BitVector& other, Kernel kernel) {
+// Runs the operation over the words that both have. Where this vector has no memory, the other's
+// words are what comes out of it, or nothing does.
+template <class Operation>
+void BitVector::mergeWith(const BitVector& other) {
+  constexpr bool keepsTheirs = Operation::narrow(0, 1) != 0;
   const int32_t common = std::min(wordCount(), other.wordCount());
+  numSet_ = -1;
+  if (bvwords_ != nullptr && other.bvwords_ != nullptr) {
+    return combine<Operation>(bvwords_, other.bvwords_, common);
+  }
   for (int32_t word = 0; word < common;) {
     const Stretch mine = stretch(word, common);
     const Stretch theirs = other.stretch(word, common);
     const int32_t count = std::min(mine.count, theirs.count);
-    if (theirs.words != nullptr) {
-      if (mine.words != nullptr) {
-        kernel(mine.words, theirs.words, count);
-      } else {
-        putWords(word, theirs.words, count);
-      }
+    if (mine.words != nullptr && theirs.words != nullptr) {
+      combine<Operation>(mine.words, theirs.words, count);
+    } else if (keepsTheirs && theirs.words != nullptr) {
+      putWords(word, theirs.words, count);
+    } else if (mine.words != nullptr && Operation::narrow(1, 0) == 0) {
+      clearWords(mine.words, count);
     }
     word += count;
   }
-  numSet_ = -1;
 }
 
 BitVector& BitVector::operator&=(const BitVector& other) {
@@ -535,52 +591,27 @@ BitVector& BitVector::operator&=(const BitVector& other) {
     Zero();
     return *this;
   }
-  const int32_t common = std::min(wordCount(), other.wordCount());
-  for (int32_t word = 0; word < common;) {
-    const Stretch mine = stretch(word, common);
-    const Stretch theirs = other.stretch(word, common);
-    const int32_t count = std::min(mine.count, theirs.count);
-    if (mine.words != nullptr) {
-      if (theirs.words != nullptr) {
-        wordKernels().conjoin(mine.words, theirs.words, count);
-      } else {
-        clearWords(mine.words, count);
-      }
-    }
-    word += count;
-  }
-  fillWords(common, wordCount(), false);
-  numSet_ = -1;
+  mergeWith<Conjoin>(other);
+  if (other.wordCount() < wordCount()) fillWords(other.wordCount(), wordCount(), false);
   return *this;
 }
 
 BitVector& BitVector::operator|=(const BitVector& other) {
   if (other.numSet_ == 0) return *this;
-  growToWord(other.lastUsedWord());
-  mergeWith(other, wordKernels().unite);
+  if (other.wordCount() > wordCount()) growToWord(other.lastUsedWord());
+  mergeWith<Unite>(other);
   return *this;
 }
 
 BitVector& BitVector::operator^=(const BitVector& other) {
   if (other.numSet_ == 0) return *this;
-  growToWord(other.lastUsedWord());
-  mergeWith(other, wordKernels().differ);
+  if (other.wordCount() > wordCount()) growToWord(other.lastUsedWord());
+  mergeWith<Differ>(other);
   return *this;
 }
 
 BitVector& BitVector::operator-=(const BitVector& other) {
-  if (numSet_ == 0 || other.numSet_ == 0) return *this;
-  const int32_t common = std::min(wordCount(), other.wordCount());
-  for (int32_t word = 0; word < common;) {
-    const Stretch mine = stretch(word, common);
-    const Stretch theirs = other.stretch(word, common);
-    const int32_t count = std::min(mine.count, theirs.count);
-    if (mine.words != nullptr && theirs.words != nullptr) {
-      wordKernels().subtract(mine.words, theirs.words, count);
-    }
-    word += count;
-  }
-  numSet_ = -1;
+  if (numSet_ != 0 && other.numSet_ != 0) mergeWith<Subtract>(other);
   return *this;
 }
 
@@ -627,8 +658,8 @@ void BitVector::Complement(int32_t n) {
   if (n >= 0) {
     const int32_t last = n >> 5;
     flipWords(last);
-    maskWord(last, UINT32_MAX, bitsUpTo(n));
-    maskWord(0, UINT32_MAX, 1);  // bit 0 is no item
+    flipBits(last, bitsUpTo(n));
+    flipBits(0, 1);  // bit 0 is no item
     numSet_ = -1;
   }
 }

@@ -58,8 +58,7 @@ class BitVector : public OroShared {
   // Single bits. Above the maximum bit, Test is false, Clear does nothing and Set makes room.
   bool Test(int32_t b) const {
     if (!has(b)) return false;
-    if (bvwords_ != nullptr) [[likely]]
-      return (bvwords_[b >> 5] >> (b & 31) & 1) != 0;
+    if (bvwords_ != nullptr) return (bvwords_[b >> 5] >> (b & 31) & 1) != 0;
     const uint32_t* const word = wordOf(static_cast<uint32_t>(b));
     return word != nullptr && (*word >> (b & 31) & 1) != 0;
   }
@@ -70,6 +69,13 @@ class BitVector : public OroShared {
     } else {
       setSlowly(b);
     }
+  }
+  // Sets a bit that there is room for; whether it was clear.
+  bool Insert(int32_t b) {
+    uint32_t* const word = wordOf(static_cast<uint32_t>(b));
+    const bool wasClear = word == nullptr || (*word >> (b & 31) & 1) == 0;
+    if (wasClear) Set(b);
+    return wasClear;
   }
   void Clear(int32_t b) {
     uint32_t* const word = has(b) ? wordOf(static_cast<uint32_t>(b)) : nullptr;
@@ -82,6 +88,8 @@ class BitVector : public OroShared {
     if (next >= bitCount()) return -1;
     if (const uint32_t* const word = wordOf(next)) {
       const uint32_t rest = *word >> (next & 31);
+      // The very next bit is guessed first: a walk over a full stretch need not wait for its words.
+      if ((rest & 1) != 0) return static_cast<int32_t>(next);
       if (rest != 0) return static_cast<int32_t>(next) + std::countr_zero(rest);
     }
     return scanForward(next, 0);
@@ -89,10 +97,10 @@ class BitVector : public OroShared {
   int32_t NextClear(int32_t b) const {
     const uint32_t next = b < 0 ? 0 : static_cast<uint32_t>(b) + 1;
     if (next >= bitCount()) return -1;
-    if (const uint32_t* const word = wordOf(next)) {
-      const uint32_t rest = ~*word >> (next & 31);
-      if (rest != 0) return static_cast<int32_t>(next) + std::countr_zero(rest);
-    }
+    const uint32_t* const word = wordOf(next);
+    if (word == nullptr) return static_cast<int32_t>(next);
+    const uint32_t rest = ~*word >> (next & 31);
+    if (rest != 0) return static_cast<int32_t>(next) + std::countr_zero(rest);
     return scanForward(next, UINT32_MAX);
   }
   // The same strictly before b; above the maximum bit they begin with that bit itself.
@@ -202,8 +210,7 @@ class BitVector : public OroShared {
   bool has(int32_t b) const { return static_cast<uint32_t>(b) < bitCount(); }
   // The word of a bit that there is room for; null where it has no memory.
   uint32_t* wordOf(uint32_t b) const {
-    if (bvwords_ != nullptr) [[likely]]
-      return bvwords_ + (b >> 5);
+    if (bvwords_ != nullptr) return bvwords_ + (b >> 5);
     uint32_t* const block = bvwordsLarge_->BlockAt(static_cast<int32_t>(b >> 16));
     return block != nullptr ? block + (b >> 5 & OroMM::WordArray::mask) : nullptr;
   }
@@ -238,6 +245,7 @@ class BitVector : public OroShared {
   uint32_t* makeWord(int32_t word);
   uint32_t wordAt(int32_t word) const;
   void maskWord(int32_t word, uint32_t kept, uint32_t flipped);
+  void flipBits(int32_t word, uint32_t flipped);
   void readWords(int64_t word, uint32_t* to, int32_t count) const;
   void putWords(int32_t word, const uint32_t* from, int32_t count);
   void fillWords(int32_t from, int32_t to, bool set);
@@ -247,8 +255,8 @@ class BitVector : public OroShared {
   int32_t lastUsedWord() const;
   bool isEmptyFrom(int32_t word) const;
   int32_t selectBit(int32_t word, int64_t rank) const;
-  template <class Kernel>
-  void mergeWith(const BitVector& other, Kernel kernel);
+  template <class Operation>
+  void mergeWith(const BitVector& other);
   template <class Merge>
   void mergeBlocks(const BlockBitVector& other, const Merge& merge);
   template <class Change>
@@ -276,7 +284,7 @@ inline BitVector::Stretch BitVector::stretch(int32_t word, int32_t end) const {
 }
 
 template <class Visit>
-void BitVector::ForEachSet(Visit&& visit) const {
+[[gnu::always_inline]] inline void BitVector::ForEachSet(Visit&& visit) const {
   const int32_t end = wordCount();
   for (int32_t word = 0; word < end;) {
     const Stretch part = stretch(word, end);

@@ -1,7 +1,8 @@
 // The set bits of words that lie in one piece, for the bit vectors and their iterator.
 //
 // Zero words are skipped 64 at a time, with instructions that every processor has. Plain functions
-// on the caller's memory.
+// on the caller's memory; those with a visitor are inlined, so that what it adds up can stay in a
+// register.
 #pragma once
 
 #include <emmintrin.h>
@@ -31,9 +32,11 @@ inline uint64_t usedPairs(const uint32_t* a) {
   return (used | used >> 1) & 0x5555555555555555;
 }
 inline uint64_t usedPairs(const uint32_t* a, int32_t count) {
-  uint64_t pairs = 0;
-  for (int32_t i = 0; i < count; ++i) pairs |= uint64_t{a[i] != 0} << (i & ~1);
-  return pairs;
+  uint64_t used = 0;
+  int32_t i = 0;
+  for (; i + 16 <= count; i += 16) used |= usedOf16(a + i) << i;
+  for (; i < count; ++i) used |= uint64_t{a[i] != 0} << i;
+  return (used | used >> 1) & 0x5555555555555555;
 }
 
 // Two words as one; the second is 0 when there is none.
@@ -45,8 +48,8 @@ inline uint64_t pairAt(const uint32_t* a, bool hasSecond) {
 }
 
 template <class Visit>
-inline void forEachPair(const uint32_t* words, int32_t count, uint64_t pairs, int32_t base,
-                        Visit& visit) {
+[[gnu::always_inline]] inline void forEachPair(const uint32_t* words, int32_t count, uint64_t pairs,
+                                               int32_t base, Visit& visit) {
   for (; pairs != 0; pairs &= pairs - 1) {
     const int32_t i = std::countr_zero(pairs);
     uint64_t bits = pairAt(words + i, i + 1 < count);
@@ -56,7 +59,8 @@ inline void forEachPair(const uint32_t* words, int32_t count, uint64_t pairs, in
 
 // Calls visit(base + i) for each set bit i of the words, upwards.
 template <class Visit>
-inline void forEachSet(const uint32_t* words, int32_t count, int32_t base, Visit& visit) {
+[[gnu::always_inline]] inline void forEachSet(const uint32_t* words, int32_t count, int32_t base,
+                                              Visit& visit) {
   int32_t i = 0;
   for (; i + 64 <= count; i += 64) {
     forEachPair(words + i, 64, usedPairs(words + i), base + i * 32, visit);

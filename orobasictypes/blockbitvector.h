@@ -134,7 +134,7 @@ class BlockBitVector::Iterator {
 };
 
 template <class Visit>
-void BlockBitVector::ForEachSet(Visit&& visit) const {
+[[gnu::always_inline]] inline void BlockBitVector::ForEachSet(Visit&& visit) const {
   for (int32_t block = 0; block <= lastBlock_; ++block) {
     const int32_t base = block * kBlockBits;
     if (counts_[block] == kBlockBits) {

@@ -1,5 +1,8 @@
 #include "orobasictypes/quicksort.h"
 
+#include <algorithm>
+#include <cstring>
+
 #include "orobasictypes/kelgrowcapacity.h"
 #include "orobasictypes/kelrealloc.h"
 #include "orobasictypes/oropool.h"
@@ -16,6 +19,7 @@ OroPool<OroIntList>& stackPool() {
 
 // A split array, element by element.
 struct SplitElements {
+  static constexpr bool isFlat = false;
   OroMM::IntArray* index;
 
   int32_t operator[](int32_t i) const { return index->Get(i); }
@@ -39,11 +43,25 @@ class FlatCopy {
     if (first < 0 || last >= index.Size() || bytes > INT32_MAX) return;
     values_ = static_cast<int32_t*>(kelHeapCalls.allocate(static_cast<size_t>(bytes)));
     if (values_ == nullptr) return;
-    for (int64_t i = 0; i < count_; ++i) values_[i] = index.Get(static_cast<int32_t>(first + i));
+    forEachRun([this](int32_t i, int32_t* elements, size_t count) {
+      int32_t* const to = values_ + (i - first_);
+      if (elements != nullptr) {
+        std::memcpy(to, elements, count * sizeof(int32_t));
+      } else {
+        std::fill_n(to, count, 0);
+      }
+    });
   }
   ~FlatCopy() {
     if (values_ == nullptr) return;
-    for (int64_t i = 0; i < count_; ++i) index_.Set(static_cast<int32_t>(first_ + i), values_[i]);
+    forEachRun([this](int32_t i, int32_t* elements, size_t count) {
+      const int32_t* const from = values_ + (i - first_);
+      if (elements != nullptr) {
+        std::memcpy(elements, from, count * sizeof(int32_t));
+      } else {
+        for (size_t k = 0; k < count; ++k) index_.Set(i + static_cast<int32_t>(k), from[k]);
+      }
+    });
     kelFree(values_);
   }
   FlatCopy(const FlatCopy&) = delete;
@@ -52,6 +70,21 @@ class FlatCopy {
   int32_t* values() const { return values_; }
 
  private:
+  // Calls run(index, elements, count) for what of the range lies in each block; the elements of one
+  // that does not exist are null.
+  template <class Run>
+  void forEachRun(const Run& run) {
+    constexpr int32_t perBlock = OroMM::IntArray::perBlock;
+    for (int64_t i = first_; i < first_ + count_;) {
+      const auto block = static_cast<int32_t>(i / perBlock);
+      const int64_t end = std::min((int64_t{block} + 1) * perBlock, first_ + count_);
+      int32_t* const elements = index_.Block(block);
+      run(static_cast<int32_t>(i), elements != nullptr ? elements + i % perBlock : nullptr,
+          static_cast<size_t>(end - i));
+      i = end;
+    }
+  }
+
   OroMM::IntArray& index_;
   const int64_t first_;
   const int64_t count_;

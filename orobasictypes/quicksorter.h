@@ -13,9 +13,11 @@
 
 #include "orobasictypes/orointlist.h"
 
-// `Elements` has operator[], to read, and put(i, value); a plain pointer does as FlatElements.
+// `Elements` has operator[], to read, and put(i, value), and says whether storing a value where it
+// stands already goes unnoticed; a plain pointer does as FlatElements.
 template <class T>
 struct FlatElements {
+  static constexpr bool isFlat = true;
   T* elements;
 
   const T& operator[](int32_t i) const { return elements[i]; }
@@ -48,17 +50,27 @@ class QuickSorter {
     for (int32_t i = first; i < last; ++i) {
       T held = elements_[i];
       for (int32_t j = i + 1; j <= last; ++j) {
-        const T other = elements_[j];
-        if (compare_(held, other) > 0) {
-          elements_.put(j, held);
-          held = other;
-        }
+        exchangeWith(j, held);
       }
       elements_.put(i, held);
     }
   }
 
  private:
+  // Leaves the one that stands before the other in `held`. Which it is, is anybody's guess, so
+  // where storing costs nothing it is not made a branch.
+  void exchangeWith(int32_t j, T& held) {
+    const T other = elements_[j];
+    const bool isBehind = compare_(held, other) > 0;
+    if constexpr (Elements::isFlat && sizeof(T) <= sizeof(void*)) {
+      elements_.put(j, isBehind ? held : other);
+      held = isBehind ? other : held;
+    } else if (isBehind) {
+      elements_.put(j, held);
+      held = other;
+    }
+  }
+
   void push(int32_t first, int32_t last) {
     stack_.Add(first);
     stack_.Add(last);

@@ -185,6 +185,9 @@ __attribute__((target("avx2"))) void invertWide(uint32_t* a, int64_t count) {
     storeWide(a + i + 16, _mm256_xor_si256(loadWide(a + i + 16), ones));
     storeWide(a + i + 24, _mm256_xor_si256(loadWide(a + i + 24), ones));
   }
+  for (; i + perVector <= count; i += perVector) {
+    storeWide(a + i, _mm256_xor_si256(loadWide(a + i), ones));
+  }
   for (; i < count; ++i) a[i] = ~a[i];
 }
 
@@ -293,6 +296,11 @@ __attribute__((target("avx2"))) int64_t firstOtherWide(const uint32_t* a, int64_
                                                        uint32_t skipped) {
   const __m256i pattern = _mm256_set1_epi32(static_cast<int>(skipped));
   int64_t i = 0;
+  // Most of what is looked for is near; long stretches are passed in larger steps.
+  for (; i + perVector <= count && i < perStep; i += perVector) {
+    const unsigned mask = skippedOf(a + i, pattern);
+    if (mask != 0xFF) return i + std::countr_one(mask);
+  }
   for (; i + perStep <= count; i += perStep) {
     const __m256i first = _mm256_and_si256(_mm256_cmpeq_epi32(loadWide(a + i), pattern),
                                            _mm256_cmpeq_epi32(loadWide(a + i + 8), pattern));
