@@ -7,12 +7,11 @@
 #include "interfaces/IFileUtil.h"
 #include "interfaces/IHelpVolume.h"
 #include "interfaces/IHelpVolumeV2.h"
-#include "interfaces/IOroRegIter.h"
-#include "interfaces/IOroRegistry.h"
 #include "orobasictypes/oroarray.h"
 #include "orobasictypes/oroguid.h"
 #include "orobasictypes/oropath.h"
 #include "orobasictypes/sptr.h"
+#include "services/registryvalue.h"
 #include "services/testaccess.h"
 
 namespace {
@@ -26,28 +25,6 @@ constexpr const char* kFiles = "HELP/chm/";
 constexpr const char* kSymbols = "HELP/sym_name/";
 constexpr const char* kRoutes = "HELP/route_to/";
 constexpr const char* kCommandDone = "Document/GenCmdDone";
-
-struct Entry {
-  KelCString key;
-  KelCString value;
-};
-
-// Copied, since the registry must not change during a walk and what is done for an entry may.
-std::vector<Entry> entriesOf(const char* section) {
-  std::vector<Entry> entries;
-  const SPtr<Velmora::IOroRegistry> registry;
-  if (!registry) return entries;
-  KelCString owned(section);  // the registry divides the key in place
-  const IPtr<Velmora::IOroRegIter> walk(registry->newIterator(owned));
-  if (!walk) return entries;
-  for (walk->first(); !walk->atEnd(); walk->next()) {
-    Entry entry;
-    walk->key(entry.key);
-    walk->value(entry.value);
-    entries.push_back(std::move(entry));
-  }
-  return entries;
-}
 
 // Empty where there is no such file.
 OroPath findHelpFile(const KelCString& name) {
@@ -106,7 +83,7 @@ void HelpService::loadVolumes() {
 }
 
 void HelpService::loadFiles() {
-  for (const Entry& entry : entriesOf(kFiles)) {
+  for (const OroRegistryEntry& entry : oroRegistryEntries(kFiles)) {
     const OroPath file = findHelpFile(entry.value);
     if (file.isEmpty()) continue;
     const IPtr<IHelpVolume> volume(createdObject<IHelpVolume>(kVolumeClass));
@@ -118,11 +95,11 @@ void HelpService::loadFiles() {
 
 void HelpService::loadRoutes() {
   VolumeTable symbols;
-  for (const Entry& entry : entriesOf(kSymbols)) {
+  for (const OroRegistryEntry& entry : oroRegistryEntries(kSymbols)) {
     const auto named = volumes_.find(entry.key);
     if (named != volumes_.end()) symbols[entry.value] = named->second;
   }
-  for (const Entry& entry : entriesOf(kRoutes)) {
+  for (const OroRegistryEntry& entry : oroRegistryEntries(kRoutes)) {
     const auto target = symbols.find(entry.value);
     if (target != symbols.end()) setVolume(entry.key, target->second);
   }

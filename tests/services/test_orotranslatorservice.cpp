@@ -12,11 +12,13 @@
 #include "orobasictypes/orotranslate.h"
 #include "orobasictypes/orotrivialtranslator.h"
 #include "tests/services/servicetest.h"
+#include "tests/services/testlanguage.h"
 #include "tests/support/slotnumber.h"
 
 namespace {
 
 using ::testing::ElementsAre;
+using tests::TestLanguage;
 
 constexpr GUID kPoints{0x11111111, 1, 1, {1, 1, 1, 1, 1, 1, 1, 1}};
 constexpr GUID kBatch{0x22222222, 2, 2, {2, 2, 2, 2, 2, 2, 2, 2}};
@@ -57,20 +59,6 @@ class MarkFactory : public IOroTranslatorFactory {
 
  private:
   const char* mark_;  // null: it makes none
-};
-
-class Language : public IOroLanguageID {
- public:
-  static constexpr const char* className() { return "Language"; }
-  using Offers = OroOffers<Language, IOroLanguageID>;
-  explicit Language(const char* code) : code_(code) {}
-  void queryInterface(const char* name, void* out) override { Offers::query(*this, name, out); }
-  const char* getClassName() const override { return className(); }
-  const KelCString& getLanguage() override { return code_; }
-  void setLanguage(const KelCString& code) override { code_ = code; }
-
- private:
-  KelCString code_;
 };
 
 class TranslatorServiceTest : public tests::ServiceTest {
@@ -255,8 +243,8 @@ TEST_F(TranslatorServiceTest, ANullTextIsEmpty) {
 }
 
 TEST_F(TranslatorServiceTest, ANewLanguageReachesTheServiceAndEveryTranslator) {
-  const IPtr<Language> inForce = new Language("en");
-  const IPtr<Language> chosen = new Language("de");
+  const IPtr<TestLanguage> inForce = new TestLanguage("en");
+  const IPtr<TestLanguage> chosen = new TestLanguage("de");
   publish("IOroLanguageID", inForce.get());
   addFactory("mark", "a:");
   auto* const points = static_cast<MarkTranslator*>(create("mark", kPoints));
@@ -270,7 +258,7 @@ TEST_F(TranslatorServiceTest, ANewLanguageReachesTheServiceAndEveryTranslator) {
 }
 
 TEST_F(TranslatorServiceTest, WithoutALanguageServiceTranslatorsAreToldOfNone) {
-  const IPtr<Language> chosen = new Language("de");
+  const IPtr<TestLanguage> chosen = new TestLanguage("de");
   addFactory("mark", "a:");
   auto* const points = static_cast<MarkTranslator*>(create("mark", kPoints));
   service_->setLanguage(chosen.get());
@@ -279,7 +267,7 @@ TEST_F(TranslatorServiceTest, WithoutALanguageServiceTranslatorsAreToldOfNone) {
 }
 
 TEST_F(TranslatorServiceTest, ANullLanguageLeavesTheCodeInForce) {
-  const IPtr<Language> inForce = new Language("fr");
+  const IPtr<TestLanguage> inForce = new TestLanguage("fr");
   publish("IOroLanguageID", inForce.get());
   service_->setLanguage(nullptr);
   EXPECT_STREQ(inForce->getLanguage().text(), "fr");

@@ -10,6 +10,7 @@
 #include "interfaces/IOroErrorService.h"
 #include "interfaces/IOroNetworkService.h"
 #include "interfaces/IOroObjBroker.h"
+#include "interfaces/IOroTranslator.h"
 #include "interfaces/IOroTranslatorService.h"
 #include "interfaces/IProductInfo.h"
 #include "orobasictypes/sptr.h"
@@ -21,6 +22,8 @@
 #include "services/orodirservice.h"
 #include "services/oroimagestore.h"
 #include "services/orotranslatorservice.h"
+#include "services/oroxlifftranslator.h"
+#include "services/translator.h"
 
 namespace {
 
@@ -32,12 +35,14 @@ IOroUnknown* settingsStore() { return getGenDataStore(); }
 
 IOroUnknown* makeImageStore() { return new OroImageStore(); }
 
-IOroUnknown* makeTranslatorService() { return new OroTranslatorService(); }
+IOroUnknown* makeTranslatorService() { return new OroTranslatorService(OroXLIFFTranslator::make); }
 
 // The object of the row above, seen in its other role.
 IOroUnknown* publishedTranslatorService() { return SPtr<IOroTranslatorService>().get(); }
 
 IOroUnknown* helpService() { return getHelpService(); }
+
+IOroUnknown* makeTranslator() { return new Translator(); }
 
 IOroUnknown* makeErrorService() {
   return new ErrorService(true,
@@ -61,6 +66,7 @@ constexpr BuiltInService kBuiltInServices[] = {
     {IOroTranslatorService::interfaceName(), makeTranslatorService},
     {IOroCustomTranslatorRegistry::interfaceName(), publishedTranslatorService},
     {IHelpService::interfaceName(), helpService},
+    {IOroTranslator::interfaceName(), makeTranslator},
     {IOroErrorService::interfaceName(), makeErrorService},
     {IOroDirService::interfaceName(), makeDirService},
     {IOroNetworkService::interfaceName(), makeNetworkService},

@@ -19,6 +19,7 @@
 #include "orobasictypes/sptr.h"
 #include "platform/sharedlibrary.h"
 #include "services/helpservice.h"
+#include "services/languagechoice.h"
 #include "services/orostartuperrorlog.h"
 
 namespace {
@@ -94,6 +95,7 @@ int32_t OroAppMain::initConfigurable(int32_t argc, const OroString* argv, IOroAp
   starter_ = SPtr<IOroAppStarter>();
   if (globals.requireStarter && !starter_) return failConfigurable(kStarterMissing);
   if (starter_) starter_->init(argc, argv);
+  firstLanguageStep();
   initServer->finish();
   initServer = nullptr;
   if (starter_) starter_->initDone();

@@ -142,8 +142,8 @@ void started() {
   std::string text = "services";
   for (const char* name :
        {"IOroComponentManager", "IOroRegistry", "IProductInfo", "IDataStore", "IImageStore",
-        "IOroTranslatorService", "IOroCustomTranslatorRegistry", "IHelpService", "IOroErrorService",
-        "IOroDirService", "IOroNetworkService"}) {
+        "IOroTranslatorService", "IOroCustomTranslatorRegistry", "IHelpService", "IOroTranslator",
+        "IOroErrorService", "IOroDirService", "IOroNetworkService"}) {
     void* found = nullptr;
     oroGetService(KelCString::borrow(name), &found);
     if (found == nullptr) text += std::string(" without ") + name;

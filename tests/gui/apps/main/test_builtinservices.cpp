@@ -17,11 +17,14 @@
 #include "interfaces/IOroErrorService.h"
 #include "interfaces/IOroNetworkService.h"
 #include "interfaces/IOroRegistry.h"
+#include "interfaces/IOroTranslator.h"
 #include "interfaces/IOroTranslatorService.h"
 #include "interfaces/IProductInfo.h"
 #include "orobasictypes/sptr.h"
 #include "services/helpservice.h"
 #include "services/kelproductinfo.h"
+#include "services/oroxlifftranslator.h"
+#include "services/translator.h"
 #include "tests/gui/apps/main/appworld.h"
 #include "tests/support/fakebroker.h"
 
@@ -58,8 +61,8 @@ TEST(BuiltInServices, ArePublishedInTheOrderOfTheirNeeds) {
   EXPECT_THAT(broker.names,
               testing::IsSupersetOf({"IOroRegistry", "IProductInfo", "IDataStore", "IImageStore",
                                      "IOroTranslatorService", "IOroCustomTranslatorRegistry",
-                                     "IHelpService", "IOroErrorService", "IOroDirService",
-                                     "IOroNetworkService"}));
+                                     "IHelpService", "IOroTranslator", "IOroErrorService",
+                                     "IOroDirService", "IOroNetworkService"}));
 }
 
 class BuiltIn : public testing::Test {
@@ -76,6 +79,7 @@ TEST_F(BuiltIn, AnswerUnderTheirNames) {
   EXPECT_TRUE(SPtr<IDataStore>());
   EXPECT_TRUE(SPtr<IOroTranslatorService>());
   EXPECT_TRUE(SPtr<IOroCustomTranslatorRegistry>());
+  EXPECT_TRUE(SPtr<IOroTranslator>());
   EXPECT_TRUE(SPtr<IOroErrorService>());
   EXPECT_TRUE(SPtr<IOroDirService>());
   EXPECT_TRUE(SPtr<IProductInfo>());
@@ -89,6 +93,17 @@ TEST_F(BuiltIn, OneTranslatorServiceHasTwoNames) {
   SPtr<IOroCustomTranslatorRegistry> registry;
   EXPECT_EQ(service.object(), registry.object());
   EXPECT_EQ(service.object()->refCount(), 4);  // two by the broker, two here
+}
+
+TEST_F(BuiltIn, TheApplicationsTranslatorReadsTables) {
+  SPtr<IOroTranslator> translator;
+  EXPECT_NE(oroQueryClass<Translator>(translator.get()), nullptr);
+}
+
+TEST_F(BuiltIn, TheTranslatorServiceHasTheKindOfTheHost) {
+  SPtr<IOroTranslatorService> service;
+  IOroTranslator* const made = service->createTranslator(KelCString("XLIFF"), GUID{1, 2, 3, {}});
+  EXPECT_NE(oroQueryClass<OroXLIFFTranslator>(made), nullptr);
 }
 
 TEST_F(BuiltIn, TheSettingsAreThoseOfTheProcess) {

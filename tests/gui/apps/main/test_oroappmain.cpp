@@ -16,8 +16,11 @@
 #include "gui/apps/cowl/builtincomponent.h"
 #include "gui/apps/main/appglobals.h"
 #include "interfaces/IHelpViewer.h"
+#include "interfaces/IOroCompLangInitializer.h"
 #include "interfaces/IOroComponent.h"
 #include "interfaces/IOroErrorService.h"
+#include "interfaces/IOroLanguageID.h"
+#include "interfaces/IOroRegistry.h"
 #include "interfaces/IProductInfo.h"
 #include "orobasictypes/sptr.h"
 #include "platform/hooks.h"
@@ -154,6 +157,42 @@ TEST_F(AppMain, StartWithAStarterTakesEachStepInItsPlace) {
   events().clear();
   EXPECT_EQ(application().run(), 9);
   EXPECT_THAT(events(), ElementsAre("starter run"));
+}
+
+constexpr GUID kSpeakerClass = {
+    0x7B5A4C1E, 0x2D90, 0x4F3B, {0x8E, 0x61, 0x0A, 0x47, 0x93, 0xD5, 0x1C, 0xF2}};
+
+struct Language : tests::Double<Language, IOroLanguageID> {
+  static constexpr const char* className() { return "Language"; }
+  const KelCString& getLanguage() override { return code; }
+  void setLanguage(const KelCString& newCode) override { code = KelCString(newCode.text()); }
+  KelCString code;
+};
+
+struct Speaker : tests::Double<Speaker, IOroCompLangInitializer> {
+  static constexpr const char* className() { return "Speaker"; }
+  void initLanguage(IOroLanguageID* language) override {
+    tests::event(std::string("language ") + language->getLanguage().c_str());
+  }
+};
+
+TEST_F(AppMain, TheLanguageIsChosenBetweenTheApplicationAndTheEndOfTheInitServer) {
+  auto* const starter = new tests::Starter();
+  tests::initServerPlan().onRead = [this, starter] {
+    tests::publish("IOroAppStarter", starter);
+    tests::publish("IOroLanguageID", new Language);
+    application().objectBroker()->setClassObject(kSpeakerClass, new Speaker);
+    SPtr<Velmora::IOroRegistry> registry;
+    KelCString section("I18N/speaker");
+    registry->setValue(section, KelCString("{7B5A4C1E-2D90-4F3B-8E61-0A4793D51CF2}"));
+    KelCString key("Application/Language");
+    registry->setValue(key, KelCString("de"));
+  };
+  EXPECT_EQ(init(), 0);
+  EXPECT_THAT(events(),
+              ElementsAre("hook", "component initialise", "setClassRegistration",
+                          "readDescription 0", "starter init 2 'first'", "language de", "finish",
+                          "init server gone", "starter initDone", "network", "starter start"));
 }
 
 constexpr GUID kViewerClass = {
