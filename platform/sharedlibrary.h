@@ -27,6 +27,11 @@ void* librarySymbol(void* library, const char* name);
 /// Closes a library; null does nothing.
 void closeLibrary(void* library);
 
+/// Makes the symbols of the loaded library that holds this address known to libraries that are
+/// opened later, as an interpreter's own extension libraries need it. False when the system does not
+/// know the address; on Windows, where libraries name what they take symbols from, always true.
+bool shareSymbols(const void* address);
+
 /// Where libraries opened by bare name, and those that others depend on, are looked for besides
 /// the system's places. On Linux for bare names only. Empty takes it back.
 void setLibraryDirectory(std::u16string_view directory);

@@ -65,6 +65,13 @@ void closeLibrary(void* library) {
   if (library != nullptr) dlclose(library);
 }
 
+bool shareSymbols(const void* address) {
+  Dl_info info;
+  if (dladdr(address, &info) == 0 || info.dli_fname == nullptr) return false;
+  // The library stays: what uses its symbols is never told that it goes.
+  return dlopen(info.dli_fname, RTLD_NOW | RTLD_GLOBAL | RTLD_NOLOAD) != nullptr;
+}
+
 void setLibraryDirectory(std::u16string_view directory) {
   libraryDirectory = toSystemPath(directory);
 }

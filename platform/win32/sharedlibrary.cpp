@@ -43,6 +43,8 @@ void closeLibrary(void* library) {
   if (library != nullptr) FreeLibrary(static_cast<HMODULE>(library));
 }
 
+bool shareSymbols(const void*) { return true; }
+
 void setLibraryDirectory(std::u16string_view directory) {
   const std::wstring text = toWidePath(directory);
   SetDllDirectoryW(text.empty() ? nullptr : text.c_str());

@@ -46,6 +46,7 @@ LAYERS = [
     ("components/initserver/", KIT + ["components/initserver/"]),
     ("components/commandline/", KIT + ["components/commandline/"]),
     ("components/points/", KIT + ["components/points/"]),
+    ("components/pythonscript/", KIT + ["components/pythonscript/"]),
     ("components/xmldom/", KIT + ["components/xmldom/"]),
     ("tests/", [""]),
     ("bench/", [""]),
@@ -55,6 +56,7 @@ LAYERS = [
 
 # Headers in angle brackets that a folder may include beside those of the C++ library.
 THIRD_PARTY = {
+    "components/pythonscript/": ["Python.h", "pybind11/"],
     "components/xmldom/": ["pugixml.hpp"],
     "tests/": ["gtest/", "gmock/"],
 }

@@ -39,6 +39,13 @@ class SharedLibrary : public testing::Test {
   std::string errorText_;
 };
 
+TEST_F(SharedLibrary, SharesTheSymbolsOfALibraryThatIsOpen) {
+  ASSERT_NE(open(tests::textOf(probe_)), nullptr) << errorText_;
+  const void* const inside = platform::librarySymbol(library_, "probeAnswer");
+  ASSERT_NE(inside, nullptr);
+  EXPECT_TRUE(platform::shareSymbols(inside));
+}
+
 TEST_F(SharedLibrary, OpensByPathEitherWay) {
   for (const auto how : {LibrarySearch::alteredPath, LibrarySearch::plain}) {
     ASSERT_NE(open(tests::textOf(probe_), how), nullptr) << errorText_;

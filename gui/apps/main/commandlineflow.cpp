@@ -1,5 +1,7 @@
 #include "gui/apps/main/commandlineflow.h"
 
+#include <string>
+
 #include "base/basic/gendatastore.h"
 #include "gui/apps/main/commandlinesettings.h"
 #include "gui/apps/main/commandrecord.h"
@@ -22,7 +24,9 @@
 #include "orobasictypes/kelrealloc.h"
 #include "orobasictypes/orocommandlineflag.h"
 #include "orobasictypes/oropath.h"
+#include "orobasictypes/orotranslate.h"
 #include "orobasictypes/sptr.h"
+#include "platform/streams.h"
 
 namespace {
 
@@ -100,6 +104,17 @@ void openFile(const OroString& file, IInfoBar2* bar) {
   opener->open(OroPath(file), options.get(), 1);
 }
 
+// A script that is asked for and cannot run must not pass in silence: the records tell it, and
+// standard error where none are kept.
+void reportMissingEngine(const OroString& file) {
+  OroString text;
+  oroTranslate(text, "There is no script engine to run %1", file);
+  SPtr<IOroErrorService> errors;
+  if (errors) errors->report(text, 1, KelCString());
+  if (!textSetting(kLogFile).isEmpty()) return;
+  platform::writeStandardError(std::string(text.toUtf8()) + '\n');
+}
+
 // 1 when the script left an error.
 int32_t runScript(IScriptEngine& engine, const OroString& file) {
   engine.runScript(file, OroString::empty());
@@ -115,6 +130,7 @@ int32_t openScriptAndSave() {
   if (!input.isEmpty()) openFile(input, commands);
   int32_t result = 0;
   if (!script.isEmpty() && engine) result = runScript(*engine, script);
+  if (!script.isEmpty() && !engine) reportMissingEngine(script);
   // Also after a failed script: what it did up to then is wanted.
   const OroString output = textSetting(kOutputFile);
   if (!output.isEmpty()) saveFile(output, commands, engine.get());

@@ -275,7 +275,7 @@ TEST_F(Flow, RunsWithNoServicesAtAll) {
   EXPECT_NE(headlesstest::attachedService(), nullptr);
 }
 
-TEST_F(Flow, WritesTheRecordsAroundAnAbsentOpenAndSave) {
+TEST_F(Flow, TellsThatThereIsNoScriptEngineAmongTheRecordsOfAnAbsentOpenAndSave) {
   const tests::TempFolder folder;
   tests::setText(kLogFile, folder.file("log").string().c_str());
   tests::setText(kInputFile, "in.xyz");
@@ -285,6 +285,7 @@ TEST_F(Flow, WritesTheRecordsAroundAnAbsentOpenAndSave) {
   EXPECT_EQ(run(), 0);
   EXPECT_EQ(tests::plainLines(folder.read("log")),
             "<log>\n<start cmd=\"Open File\"/>\n<stop cmd=\"Open File\"/>\n"
+            "<Error=\"There is no script engine to run do.py\"/>\n"
             "<start cmd=\"Save File\"/>\n<stop cmd=\"Save File\"/>\n</log>\n");
 }
 

@@ -1,0 +1,103 @@
+#include "components/pythonscript/pythoninterpreter.h"
+
+#include <pybind11/eval.h>
+#include <pybind11/pybind11.h>
+
+#include <csignal>
+
+#include "components/pythonscript/pythonmodule.h"
+#include "components/pythonscript/pythonrunner.h"
+#include "components/pythonscript/pythontext.h"
+#include "orobasictypes/orosharedsymbols.h"
+#include "orobasictypes/orotranslate.h"
+
+namespace py = pybind11;
+
+namespace {
+
+OroString startFailure(const char* reason) {
+  OroString text;
+  return oroTranslate(text, "The script engine cannot start: %1", OroString(reason));
+}
+
+// Texts are UTF-8 whatever the locale says. Blocks come from the system one by one, so that tools
+// that watch memory see each of them.
+PyStatus preinitialize() {
+  PyPreConfig config;
+  PyPreConfig_InitIsolatedConfig(&config);
+  config.utf8_mode = 1;
+  config.allocator = PYMEM_ALLOCATOR_MALLOC;
+  return Py_PreInitialize(&config);
+}
+
+PyStatus initialize() {
+  PyConfig config;
+  PyConfig_InitIsolatedConfig(&config);
+  config.write_bytecode = 0;
+  PyStatus status = PyStatus_Ok();
+#ifdef COWL_PYTHON_HOME
+  status = PyConfig_SetBytesString(&config, &config.home, COWL_PYTHON_HOME);
+#endif
+  if (!PyStatus_Exception(status)) status = Py_InitializeFromConfig(&config);
+  PyConfig_Clear(&config);
+  return status;
+}
+
+// While it lives, the user's interrupt is Python's; what stood there before comes back.
+class Interruptible {
+ public:
+  Interruptible() : before_(PyOS_getsig(SIGINT)) {
+    const py::module_ signals = py::module_::import("signal");
+    signals.attr("signal")(signals.attr("SIGINT"), signals.attr("default_int_handler"));
+  }
+  ~Interruptible() { PyOS_setsig(SIGINT, before_); }
+  Interruptible(const Interruptible&) = delete;
+  Interruptible& operator=(const Interruptible&) = delete;
+
+ private:
+  PyOS_sighandler_t before_;
+};
+
+}  // namespace
+
+OroString PythonInterpreter::start() {
+  PyStatus status = preinitialize();
+  if (PyStatus_Exception(status)) return startFailure(status.err_msg);
+  // Python's extension libraries take its symbols from wherever they are.
+  oroShareSymbols(reinterpret_cast<const void*>(&Py_IsInitialized));
+  addPythonModule();
+  status = initialize();
+  if (PyStatus_Exception(status)) return startFailure(status.err_msg);
+  try {
+    py::dict names;
+    names["__builtins__"] = py::module_::import("builtins");
+    py::exec(pythonRunnerSource, names);
+    runner_ = py::object(names["run"]).release().ptr();
+  } catch (const std::exception& error) {
+    PyEval_SaveThread();
+    return startFailure(error.what());
+  }
+  PyEval_SaveThread();
+  return OroString();
+}
+
+OroString PythonInterpreter::run(const char* source, size_t size, const OroString& path,
+                                 const OroString& arguments) {
+  if (runner_ == nullptr) {
+    if (Py_IsInitialized() != 0) return startFailure("an earlier start failed");
+    const OroString problem = start();
+    if (!problem.isEmpty()) return problem;
+  }
+  const py::gil_scoped_acquire lock;
+  try {
+    const Interruptible interruptible;
+    const py::object failure =
+        py::handle(runner_)(py::bytes(source, size), pythonText(path), pythonText(arguments));
+    return failure.is_none() ? OroString() : applicationText(failure);
+  } catch (const std::exception& error) {
+    // An interrupt between the script and its end, or a text that cannot be shown.
+    return OroString::fromUtf8(error.what());
+  } catch (...) {
+    return startFailure("unknown");
+  }
+}

@@ -1,0 +1,23 @@
+// PythonInterpreter: the embedded CPython of the process, started when the first script comes.
+//
+// The configuration is isolated: no variable of the environment, no user's own packages, no folder
+// of the script and no current directory decides what a script imports; the distribution's packages
+// do. It is never ended: packages such as NumPy do not survive that. Main thread.
+#pragma once
+
+#include "orobasictypes/orostring.h"
+
+struct _object;
+
+class PythonInterpreter {
+ public:
+  // Runs the bytes of a script; `path` is its name in messages, `arguments` its command line. The
+  // result is empty after success, else the traceback or whatever else tells the failure. Throws
+  // nothing. An interrupt of the user raises KeyboardInterrupt in the script.
+  OroString run(const char* source, size_t size, const OroString& path, const OroString& arguments);
+
+ private:
+  OroString start();
+
+  _object* runner_ = nullptr;  // the function that runs a script; held for good once started
+};

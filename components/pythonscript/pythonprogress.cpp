@@ -1,0 +1,58 @@
+#include "components/pythonscript/pythonprogress.h"
+
+#include "components/pythonscript/pythonerrors.h"
+#include "components/pythonscript/pythontext.h"
+#include "interfaces/IGuiBusyState.h"
+#include "interfaces/IInfoBar.h"
+#include "interfaces/IOroProgress.h"
+#include "orobasictypes/sptr.h"
+
+namespace py = pybind11;
+
+bool pythonWorkCancelled() {
+  const SPtr<IOroProgress> service;
+  if (service) return service->IsCancelled();
+  const SPtr<IGuiBusyState> busy;  // of a run without a user interface: the same object
+  auto* const progress = oroQuery<IOroProgress>(busy.get());
+  return progress != nullptr && progress->IsCancelled();
+}
+
+PythonProgress::PythonProgress(const py::str& text) : text_(applicationText(text)) {}
+
+void PythonProgress::enter() {
+  if (running_) throw std::runtime_error("the step runs already");
+  running_ = true;
+  percent_ = -1;
+  const SPtr<IGuiBusyState> busy;
+  if (busy) busy->startBusy(text_, 0, this);
+}
+
+void PythonProgress::leave() {
+  if (!running_) return;
+  running_ = false;
+  const SPtr<IGuiBusyState> busy;
+  if (busy) busy->stopBusy(0, 0, this);
+}
+
+void PythonProgress::update(double fraction) {
+  if (!(fraction >= 0 && fraction <= 1)) throw py::value_error("a fraction goes from 0 to 1");
+  if (pythonWorkCancelled()) throwPythonCancelled();
+  const auto percent = static_cast<int32_t>(fraction * 100);
+  if (!running_ || percent == percent_) return;
+  percent_ = percent;
+  const SPtr<IInfoBar> bar;
+  if (bar) bar->setPercent(percent);
+}
+
+void PythonProgress::define(py::module_& module) {
+  py::class_<PythonProgress>(module, "progress", "A long step, shown while its block runs.")
+      .def(py::init<const py::str&>(), py::arg("text"))
+      .def("__enter__",
+           [](PythonProgress& self) -> PythonProgress& {
+             self.enter();
+             return self;
+           })
+      .def("__exit__", [](PythonProgress& self, const py::args&) { self.leave(); })
+      .def("update", &PythonProgress::update, py::arg("fraction"),
+           "Shows how far the step is, from 0 to 1; raises Cancelled when it is to stop.");
+}

@@ -1,0 +1,5 @@
+#include "orobasictypes/orosharedsymbols.h"
+
+#include "platform/sharedlibrary.h"
+
+bool oroShareSymbols(const void* address) { return platform::shareSymbols(address); }
