@@ -113,6 +113,7 @@ endfunction()
 function(cowl_test_environment test)
   set(environment
       "ASAN_OPTIONS=set:detect_leaks=1:detect_stack_use_after_return=1:strict_string_checks=1:allocator_may_return_null=1"
+      "LSAN_OPTIONS=set:suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0"
       "UBSAN_OPTIONS=set:print_stacktrace=1:halt_on_error=1"
       "TSAN_OPTIONS=set:halt_on_error=1:second_deadlock_stack=1")
   if(WIN32)
