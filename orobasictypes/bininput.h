@@ -51,6 +51,16 @@ class BinInput {
   bool Read(T* values, int width, int64_t count) {
     return binelements::hasWidth<T>(width) && readElements(values, width, count);
   }
+  // Groups of values, as one Read each: a medium that is watched sees the same questions, a file is
+  // asked for all of them at once.
+  template <BinValue T>
+  bool ReadEach(T* values, int64_t inGroup, int64_t groups) {
+    if (straightBlock_ != 0 && scrambler() == nullptr) return Read(values, inGroup * groups);
+    for (int64_t i = 0; i < groups; ++i) {
+      if (!Read(values + i * inGroup, inGroup)) return false;
+    }
+    return true;
+  }
   bool ReadBytes(void* bytes, int64_t count) { return Read(static_cast<uint8_t*>(bytes), count); }
   // The next 32 bits without taking them; all ones on failure.
   int32_t PeekInt32();

@@ -52,6 +52,16 @@ class BinOutput {
   bool Write(const T* values, int width, int64_t count) {
     return binelements::hasWidth<T>(width) && writeElements(values, width, count);
   }
+  // Groups of values, as one Write each: a medium that is watched sees the same flushes, a file
+  // gets all of them at once.
+  template <BinValue T>
+  bool WriteEach(const T* values, int64_t inGroup, int64_t groups) {
+    if (readyEnd_ != nullptr && scrambler() == nullptr) return Write(values, inGroup * groups);
+    for (int64_t i = 0; i < groups; ++i) {
+      if (!Write(values + i * inGroup, inGroup)) return false;
+    }
+    return true;
+  }
   // Bytes as they are.
   bool WriteBytes(const void* bytes, int64_t count);
 
