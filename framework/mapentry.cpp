@@ -3,12 +3,14 @@
 #include <cstdio>
 #include <string>
 
+#include "framework/componentload.h"
 #include "interfaces/IOroComponent.h"
 #include "interfaces/IOroComponentManagerV3.h"
 #include "interfaces/IOroRegistry.h"
 #include "orobasictypes/kelcstring.h"
 #include "orobasictypes/oropath.h"
 #include "orobasictypes/sptr.h"
+#include "platform/clock.h"
 #include "platform/streams.h"
 
 namespace {
@@ -39,13 +41,32 @@ OroEntryPoint linkedEntryPoint(const OroString& stem) {
 }  // namespace
 
 mapEntry::mapEntry(const OroString& path, IOroComponentManagerV3& manager, IOroObjBroker* broker) {
-  const OroEntryPoint entryPoint = findEntryPoint(OroPath(path), manager.getStaticLinkage());
-  if (entryPoint == nullptr) return;
+  const bool isStatic = manager.getStaticLinkage();
+  const int64_t start = platform::steadyNanoseconds();
+  ComponentLoad load{path};
+  load.step = bringUp(OroPath(path), isStatic, broker, load.answer);
+  loaded_ = load.step == kOroLoadDone;
+  load.nanoseconds = platform::steadyNanoseconds() - start;
+  load.silent = library_ != nullptr && library_->silent;
+  load.reported = load.step == kOroLoadFile || (isStatic && load.step == kOroLoadEntryPoint);
+  tellComponentLoad(load);
+}
+
+OroLoadStep mapEntry::bringUp(const OroPath& path, bool isStatic, IOroObjBroker* broker,
+                              int32_t& answer) {
+  const OroEntryPoint entryPoint = findEntryPoint(path, isStatic);
+  if (entryPoint == nullptr) {
+    const bool opened = isStatic || library_->handle != nullptr;
+    return opened ? kOroLoadEntryPoint : kOroLoadFile;
+  }
   int32_t version = 0;
   const int status = entryPoint(&version, &component_);
-  if (status != 1 || version != kContractVersion || component_ == nullptr) return;
+  const bool otherVersion = status == 1 && version != kContractVersion;
+  answer = otherVersion ? version : status;
+  if (otherVersion) return kOroLoadVersion;
+  if (status != 1 || component_ == nullptr) return kOroLoadComponent;
   component_->initialise(broker);
-  loaded_ = true;
+  return kOroLoadDone;
 }
 
 OroEntryPoint mapEntry::findEntryPoint(const OroPath& path, bool isStatic) {

@@ -8,6 +8,7 @@
 #include "framework/orodynamiclibrary.h"
 #include "framework/staticentrypoints.h"
 #include "interfaces/IOroComponentContainer.h"
+#include "interfaces/IOroLoadJournal.h"
 #include "orobasictypes/orooffers.h"
 
 class IOroComponentManagerV3;
@@ -36,6 +37,8 @@ class mapEntry : public IOroComponentContainer {
   bool isLoaded() const { return loaded_; }
 
  private:
+  // Where it ended; `answer` becomes the version or the status that the entry point gave.
+  OroLoadStep bringUp(const OroPath& path, bool isStatic, IOroObjBroker* broker, int32_t& answer);
   OroEntryPoint findEntryPoint(const OroPath& path, bool isStatic);
 
   OroDynamicLibrary* library_ = nullptr;  // owned; null when the component is linked in

@@ -57,7 +57,7 @@ class IOroDoc : public virtual IOroUnknown {
   virtual int32_t unusedSlot37() = 0;
 
   // A walk over the document's objects; new, with a count of 0. The flow passes (2, 0, 0, 0): all
-  // objects, in their order.
+  // objects, in their order. Kind 1: the active objects alone.
   virtual IOroDocObjectItr* objectIterator(int32_t kind, int32_t first, int32_t last,
                                            int32_t flags) = 0;
 };

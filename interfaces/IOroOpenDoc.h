@@ -28,7 +28,8 @@ class IOroOpenDoc : public virtual IOroUnknown {
   virtual int32_t unusedSlot4() = 0;
   virtual int32_t unusedSlot5() = 0;
 
-  // 1: the objects are added to the document.
+  // 0: the document is emptied first, so that it holds this file alone; 1: the objects are added to
+  // the document.
   virtual void setMode(int32_t mode) = 0;
 
   // Not called by the host; the place counts. Implementations return 0.

@@ -1,5 +1,8 @@
 #include "components/commandline/commandline.h"
 
+#include <algorithm>
+
+#include "components/commandline/runoutcome.h"
 #include "interfaces/IDataStore.h"
 #include "orobasictypes/orosystemtext.h"
 #include "orobasictypes/orotranslate.h"
@@ -34,10 +37,13 @@ struct CommandLine::Option {
 namespace {
 
 constexpr const char* kBatchDirectory = "Advanced/Batch Processing";
+constexpr const char* kExitStatusOption = "-exitstatus";
+
+int32_t refusalStatus = 0;  // of the last command line
 
 }  // namespace
 
-const CommandLine::Option* CommandLine::findOption(const OroString& name) {
+std::span<const CommandLine::Option> CommandLine::options() {
   static constexpr Option kOptions[] = {
       {"-script", Value::text, "Scripting/Startup Macro"},
       {"-input", Value::text, "Scripting/Input File"},
@@ -51,14 +57,39 @@ const CommandLine::Option* CommandLine::findOption(const OroString& name) {
       {"-prefix", Value::text, "Advanced/Batch Processing/Prefix"},
       {"-postfix", Value::text, "Advanced/Batch Processing/Postfix"},
       {"-dt", Value::dateAndTime, "Advanced/Batch Processing/Date and Time"},
+      {kExitStatusOption, Value::none, RunOutcome::kExitStatus},
+      {"-verbose", Value::none, RunOutcome::kVerbose},
   };
-  for (const Option& option : kOptions) {
+  return kOptions;
+}
+
+const CommandLine::Option* CommandLine::findOption(const OroString& name) {
+  for (const Option& option : options()) {
     if (name == option.name) return &option;
   }
   return nullptr;
 }
 
+std::vector<std::string> CommandLine::optionNames() {
+  std::vector<std::string> names;
+  for (const Option& option : options()) names.emplace_back(option.name);
+  for (const char16_t* prefix : kPassedOver) names.emplace_back(OroString(prefix).toNarrow());
+  return names;
+}
+
+int32_t CommandLine::statusOfRefusal() { return refusalStatus; }
+
 bool CommandLine::parse(int32_t argc, const OroString* argv) {
+  refusalStatus = 0;
+  if (take(argc, argv)) return true;
+  const bool wanted = std::any_of(argv + 1, argv + argc, [](const OroString& argument) {
+    return argument == kExitStatusOption;
+  });
+  if (wanted) refusalStatus = RunOutcome::kRefusedStatus;
+  return false;
+}
+
+bool CommandLine::take(int32_t argc, const OroString* argv) {
   changes_.clear();
   errorText_ = OroString::empty();
   for (int32_t i = 1; i < argc; ++i) {
@@ -108,6 +139,7 @@ bool CommandLine::read(const Option& option, const OroString& value) {
 bool CommandLine::apply(IDataStore& store) const {
   constexpr int32_t kLeast = -2147483647 - 1;
   constexpr int32_t kMost = 2147483647;
+  store.CreateDirectory("GUI");
   store.CreateDirectory("Advanced");
   store.CreateDirectory(kBatchDirectory);
   for (const Change& change : changes_) {

@@ -2,6 +2,8 @@
 
 #include "components/commandline/commandline.h"
 #include "components/commandline/exitservice.h"
+#include "components/commandline/runoutcome.h"
+#include "components/commandline/verboselines.h"
 #include "components/kit/orocomponentrecord.h"
 
 namespace {
@@ -18,8 +20,18 @@ constexpr OroClassEntry kClasses[] = {
      ExitService::className(),
      OroSharing::eachNew,
      oroMake<ExitService>},
+    {{0x5B87C45C, 0xC13D, 0x4FEC, {0xA2, 0x46, 0xD1, 0x2E, 0xD4, 0x8E, 0xAF, 0x77}},
+     RunOutcome::className(),
+     OroSharing::shared,
+     oroMake<RunOutcome>},
 };
+
+// What was loaded after the last step, or where there was none.
+void stopping() {
+  if (isVerbose()) printNewLoads();
+}
 
 }  // namespace
 
-const OroComponentRecord oroComponentRecord{"commandline", kComponentId, kClasses};
+const OroComponentRecord oroComponentRecord{"commandline", kComponentId, kClasses, nullptr,
+                                            stopping};

@@ -1,4 +1,7 @@
 // ExitService: ends the process in order, with a status of the caller's choice.
+//
+// A command line that was refused is ended with 0 by its flow; where it asked for a status, the
+// process ends with that of a refusal instead.
 #pragma once
 
 #include "interfaces/IExitService.h"

@@ -1,6 +1,7 @@
 // PointDocument: the one document of the process, a list of named objects.
 //
-// It is made empty but for its "World"; opening a file adds an object. Main thread only.
+// It is made empty but for its "World"; opening a file adds an object. The object that was added
+// last is the active one. Main thread only.
 #pragma once
 
 #include <vector>
@@ -25,6 +26,8 @@ class PointDocument : public IOroDoc {
   void add(PointObject* object);
   // Takes the object out; its last reference may go.
   void remove(PointObject* object);
+  // Takes all objects out but the world.
+  void removeAll();
 
   // The objects in their order, borrowed.
   std::vector<PointObject*> objects() const;

@@ -66,6 +66,7 @@ bool PointOpener::open(const OroPath& path, IOroOpenOptions*, int32_t) {
     reportPoints(1, "There is no document to open %1 in", oroShownPath(path));
     return false;
   }
+  if (mode_ == 0) document->removeAll();
   if (pointFileType(path) != PointFileType::text) {
     reportPoints(1, "The type of the file %1 is not known", oroShownPath(path));
     return false;

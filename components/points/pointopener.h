@@ -15,8 +15,8 @@ class PointOpener : public IOroOpenDoc {
   const char* getClassName() const override { return className(); }
 
   bool open(const OroPath& path, IOroOpenOptions* options, int32_t quiet) override;
-  // Files are always added to the document, and no text is shown: both are taken and kept unused.
-  void setMode(int32_t) override {}
+  // Files are added to the document unless the mode is 0. No text is shown.
+  void setMode(int32_t mode) override { mode_ = mode; }
   void setText(int32_t, const OroString&) override {}
 
   int32_t unusedSlot1() override { return 0; }
@@ -26,4 +26,7 @@ class PointOpener : public IOroOpenDoc {
   int32_t unusedSlot7() override { return 0; }
   int32_t unusedSlot8() override { return 0; }
   int32_t unusedSlot9() override { return 0; }
+
+ private:
+  int32_t mode_ = 1;
 };

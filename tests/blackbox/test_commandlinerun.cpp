@@ -108,7 +108,8 @@ TEST_F(CommandLineRun, RecordsInAPipe) {
   EXPECT_EQ(result.exitCode, 1);
   const std::u16string text = reader.readAll();
   const std::u16string begin = u"<log>\n<start cmd=\"Open File\">\n";
-  const std::u16string end = u"<stop cmd=\"Save File\">\n</log>\n";
+  const std::u16string end =
+      u"<stop cmd=\"Save File\">\n<set action=\"Outcome: success\">\n</log>\n";
   ASSERT_GE(text.size(), begin.size() + end.size());
   EXPECT_EQ(text.substr(0, begin.size()), begin);
   EXPECT_EQ(text.substr(text.size() - end.size()), end);

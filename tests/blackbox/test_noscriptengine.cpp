@@ -50,7 +50,8 @@ TEST_F(NoScriptEngine, IsToldOnStandardErrorAndTheRunGoesOn) {
 TEST_F(NoScriptEngine, IsARecordWhereRecordsAreKept) {
   const auto result = run({"-script", "do.py", "-logfile", "stdout"});
   EXPECT_EQ(tests::plainLines(result.output),
-            "<log>\n<Error=\"There is no script engine to run do.py\"/>\n</log>\n");
+            "<log>\n<Error=\"There is no script engine to run do.py\"/>\n"
+            "<set action=\"Outcome: script failed\"/>\n</log>\n");
   EXPECT_EQ(result.errors, "");
 }
 

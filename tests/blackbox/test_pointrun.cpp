@@ -68,6 +68,7 @@ constexpr const char* kRecords =
     " <prog done=\"100\"/>\n"
     "<stop action=\"Writing points\"/>\n"
     "<stop cmd=\"Save File\"/>\n"
+    "<set action=\"Outcome: success\"/>\n"
     "</log>\n";
 
 TEST_F(PointRun, OpensAndSavesAndRecordsItOnStandardOutput) {
@@ -102,7 +103,7 @@ TEST_F(PointRun, RecordsOnStandardErrorInAFileAndInAPipe) {
             u" <prog done=\"100\"/>\n<stop action=\"Reading points\">\n<stop cmd=\"Open File\">\n"
             u"<start cmd=\"Save File\">\n<start action=\"Writing points\">\n"
             u" <prog done=\"100\"/>\n<stop action=\"Writing points\">\n<stop cmd=\"Save File\">\n"
-            u"</log>\n");
+            u"<set action=\"Outcome: success\">\n</log>\n");
 }
 
 TEST_F(PointRun, ALargeFileComesOutAsItWentIn) {

@@ -61,7 +61,7 @@ TEST_F(ScriptRun, PrintsBetweenTheRecordsOfItsOwnTime) {
           {"-logfile", "stdout"});
   EXPECT_EQ(good.output,
             "<log>\nfirst\n<start action=\"Working\"/>\n <prog done=\"50\"/>\ninside\n"
-            "<stop action=\"Working\"/>\nlast\n</log>\n");
+            "<stop action=\"Working\"/>\nlast\n<set action=\"Outcome: success\"/>\n</log>\n");
 }
 
 TEST_F(ScriptRun, AFailureIsItsTracebackOnStandardErrorAndInTheRecords) {
@@ -75,7 +75,8 @@ TEST_F(ScriptRun, AFailureIsItsTracebackOnStandardErrorAndInTheRecords) {
       "           ~~^~~\n"
       "ZeroDivisionError: division by zero";
   EXPECT_EQ(result.errors, traceback + "\n");
-  EXPECT_EQ(result.output, "<log>\n<Error=\"" + traceback + "\"/>\n</log>\n");
+  EXPECT_EQ(result.output, "<log>\n<Error=\"" + traceback +
+                               "\"/>\n<set action=\"Outcome: script failed\"/>\n</log>\n");
 }
 
 TEST_F(ScriptRun, AFailedScriptDoesNotStopTheSave) {

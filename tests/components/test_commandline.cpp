@@ -1,11 +1,13 @@
 #include "components/commandline/commandline.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
 
 #include "base/basic/kelcustomdatastore.h"
+#include "components/commandline/runoutcome.h"
 #include "orobasictypes/testaccess.h"
 #include "tests/support/fakebroker.h"
 
@@ -68,6 +70,35 @@ TEST_F(CommandLineTest, TurnsBatchOptionsIntoTheirSettings) {
 }
 
 TEST_F(CommandLineTest, NothingToDoIsNoError) { EXPECT_TRUE(parse({})); }
+
+TEST_F(CommandLineTest, TurnsItsOwnOptionsIntoTheirSettings) {
+  EXPECT_TRUE(parse({}));
+  EXPECT_FALSE(store_->Exists(RunOutcome::kExitStatus)) << "off unless it is asked for";
+  ASSERT_TRUE(parse({"-exitstatus", "-verbose"})) << error();
+  EXPECT_EQ(store_->GetInt(RunOutcome::kExitStatus, nullptr), 1);
+  EXPECT_EQ(store_->GetInt(RunOutcome::kVerbose, nullptr), 1);
+}
+
+TEST_F(CommandLineTest, ARefusalHasAStatusWhereOneWasAskedFor) {
+  EXPECT_FALSE(parse({"-nonsense"}));
+  EXPECT_EQ(CommandLine::statusOfRefusal(), 0);
+  EXPECT_FALSE(parse({"-nonsense", "-exitstatus"}));
+  EXPECT_EQ(CommandLine::statusOfRefusal(), 5);
+  EXPECT_FALSE(parse({"-exitstatus", "-input"}));
+  EXPECT_EQ(CommandLine::statusOfRefusal(), 5);
+  EXPECT_TRUE(parse({"-exitstatus"}));
+  EXPECT_EQ(CommandLine::statusOfRefusal(), 0);
+}
+
+TEST_F(CommandLineTest, NamesAllItsOptions) {
+  const std::vector<std::string> names = CommandLine::optionNames();
+  EXPECT_THAT(names, testing::IsSupersetOf(
+                         {"-script", "-dt", "-exitstatus", "-verbose", "-inifile=", "-ini_out="}));
+  for (const std::string& name : names) {
+    const bool refused = !parse({name, "1"}) && error() == "Unknown option: " + name;
+    EXPECT_FALSE(refused) << name;
+  }
+}
 
 TEST_F(CommandLineTest, LetsTheNamesOfTheSettingsDocumentPass) {
   EXPECT_TRUE(parse({"-inifile=a.iniml", "-ini_out=b.iniml", "-input", "in.xyz"}));

@@ -141,6 +141,29 @@ TEST_F(PointDocumentTest, AnEmptyFileIsAWarning) {
   EXPECT_EQ(listener_->texts[0].rfind("warning: ", 0), 0u);
 }
 
+TEST_F(PointDocumentTest, OpeningInTheModeThatReplacesLeavesThatFileAlone) {
+  ASSERT_TRUE(open("a.xyz", "1 2 3\n"));
+  ASSERT_TRUE(open("b.xyz", "4 5 6\n"));
+  EXPECT_EQ(document_->objects().size(), 3u);
+  opener_->setMode(0);
+  ASSERT_TRUE(open("c.xyz", "7 8 9\n"));
+  ASSERT_EQ(document_->objects().size(), 2u);
+  EXPECT_TRUE(document_->objects()[0]->name() == "World");
+  EXPECT_TRUE(document_->objects()[1]->name() == "c");
+  EXPECT_FALSE(open("absent.xyz"));
+  EXPECT_EQ(document_->objects().size(), 1u);
+}
+
+TEST_F(PointDocumentTest, TheActiveObjectIsTheOneAddedLast) {
+  ASSERT_TRUE(open("a.xyz", "1 2 3\n"));
+  ASSERT_TRUE(open("b.xyz", "4 5 6\n"));
+  IPtr<IOroDocObjectItr> walk(document_->objectIterator(1, 0, 0, 0));
+  ASSERT_FALSE(walk->atEnd());
+  EXPECT_TRUE(walk->current()->name() == "b");
+  walk->next();
+  EXPECT_TRUE(walk->atEnd());
+}
+
 TEST_F(PointDocumentTest, WithNothingToSaveAnOlderFileStays) {
   folder_.write("out.xyz", "old");
   EXPECT_FALSE(save("out.xyz"));

@@ -44,6 +44,7 @@ LAYERS = [
                                "gui/apps/cowl/", "gui/apps/main/"]),
     ("components/kit/", KIT),
     ("components/initserver/", KIT + ["components/initserver/"]),
+    ("components/batch/", KIT + ["components/batch/"]),
     ("components/commandline/", KIT + ["components/commandline/"]),
     ("components/points/", KIT + ["components/points/"]),
     ("components/pythonscript/", KIT + ["components/pythonscript/"]),

@@ -5,6 +5,7 @@
 #include "base/basic/gendatastore.h"
 #include "gui/apps/main/commandlinesettings.h"
 #include "gui/apps/main/commandrecord.h"
+#include "gui/apps/main/runstep.h"
 #include "gui/apps/main/savestep.h"
 #include "headless/attachheadless.h"
 #include "interfaces/ICmdLine.h"
@@ -88,20 +89,26 @@ void makeDocument() {
   if (document) document->makeDocument();
 }
 
+// The batch tells its own steps.
 void runBatch() {
   SPtr<IOroBatchProcessingService> batch;
-  if (batch) batch->run();
+  if (batch) {
+    batch->run();
+  } else {
+    RunStep(kOroRunBatch, OroString()).end(kOroRunNobody);
+  }
 }
 
-// What goes wrong is the open service's business, which reports it.
-void openFile(const OroString& file, IInfoBar2* bar) {
+// What goes wrong is the open service's business, which reports it; only whoever gathers the
+// outcome looks at the result.
+OroRunResult openFile(const OroString& file, IInfoBar2* bar) {
   const CommandRecord record(bar, "Open File");
   SPtr<IOroOpenDoc> opener;
-  if (!opener) return;
+  if (!opener) return kOroRunNobody;
   opener->setMode(1);
   opener->setText(0, OroString::empty());
   SPtr<IOroOpenOptions> options;
-  opener->open(OroPath(file), options.get(), 1);
+  return opener->open(OroPath(file), options.get(), 1) ? kOroRunDone : kOroRunFailed;
 }
 
 // A script that is asked for and cannot run must not pass in silence: the records tell it, and
@@ -115,10 +122,18 @@ void reportMissingEngine(const OroString& file) {
   platform::writeStandardError(std::string(text.toUtf8()) + '\n');
 }
 
-// 1 when the script left an error.
-int32_t runScript(IScriptEngine& engine, const OroString& file) {
-  engine.runScript(file, OroString::empty());
-  return textSetting(kScriptError).isEmpty() ? 0 : 1;
+// 1 when the script left an error; 0 also where nobody can run it.
+int32_t runScript(IScriptEngine* engine, const OroString& file) {
+  RunStep step(kOroRunScript, file);
+  if (engine == nullptr) {
+    reportMissingEngine(file);
+    step.end(kOroRunNobody);
+    return 0;
+  }
+  engine->runScript(file, OroString::empty());
+  const bool good = textSetting(kScriptError).isEmpty();
+  step.end(good ? kOroRunDone : kOroRunFailed);
+  return good ? 0 : 1;
 }
 
 int32_t openScriptAndSave() {
@@ -127,13 +142,17 @@ int32_t openScriptAndSave() {
   const OroString script = textSetting(kScript);
   const OroString input = textSetting(kInputFile);
   SPtr<IScriptEngine> engine;
-  if (!input.isEmpty()) openFile(input, commands);
-  int32_t result = 0;
-  if (!script.isEmpty() && engine) result = runScript(*engine, script);
-  if (!script.isEmpty() && !engine) reportMissingEngine(script);
+  if (!input.isEmpty()) {
+    RunStep step(kOroRunOpen, input);
+    step.end(openFile(input, commands));
+  }
+  const int32_t result = script.isEmpty() ? 0 : runScript(engine.get(), script);
   // Also after a failed script: what it did up to then is wanted.
   const OroString output = textSetting(kOutputFile);
-  if (!output.isEmpty()) saveFile(output, commands, engine.get());
+  if (!output.isEmpty()) {
+    RunStep step(kOroRunSave, output);
+    step.end(saveFile(output, commands, engine.get()));
+  }
   return result;
 }
 
@@ -156,6 +175,7 @@ int32_t runCommandLine(int32_t argc, const OroString* argv) {
   } else {
     result = openScriptAndSave();
   }
+  endRun();
   detachHeadlessService();
   return result;
 }

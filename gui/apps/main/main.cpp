@@ -12,6 +12,7 @@ int main(int argc, char** argv) {
   platform::storeInstanceHandle(platform::systemInstanceHandle());
   const platform::NarrowArguments arguments = platform::narrowArguments(argc, argv);
   oroMainFunction(arguments.count, arguments.values);
+  oroEndWithStatus();
   oroBaseLibraryEnd();
   return 1;
 }

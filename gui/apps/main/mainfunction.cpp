@@ -3,16 +3,30 @@
 #include <memory>
 
 #include "gui/apps/main/commandlineflow.h"
+#include "gui/apps/main/loadjournal.h"
 #include "gui/apps/main/oroappmain.h"
 #include "gui/apps/main/usage.h"
+#include "interfaces/IExitService.h"
+#include "interfaces/IOroObjBroker.h"
+#include "interfaces/IOroRunOutcome.h"
+#include "orobasictypes/kelcstring.h"
+#include "orobasictypes/orobaselibrary.h"
 #include "orobasictypes/orostring.h"
+#include "orobasictypes/sptr.h"
 #include "platform/process.h"
 
 namespace {
 
+constexpr int32_t kNoStatus = -1;
+
 int32_t runToEnd(OroAppMain& application, int32_t argc, const OroString* argv,
                  IOroAppMainHook* hook) {
+  const IPtr<LoadJournal> journal(new LoadJournal);
+  const LoadJournal::Listening listening(*journal);
   application.init(argc, argv, hook);  // a failure shows in the next line
+  if (IOroObjBroker* const broker = oroBroker()) {
+    broker->registerService(KelCString::borrow(IOroLoadJournal::interfaceName()), journal.get());
+  }
   const int32_t result = application.isHeadless() ? runCommandLine(argc, argv) : application.run();
   // After a failed run the destructor shuts down, and a script's error changes nothing any more.
   return result != 0 || application.shutDown() != 0 ? 1 : 0;
@@ -31,4 +45,14 @@ int32_t oroMainFunction(int argc, const char* const* argv, IOroAppMainHook* hook
     return 0;
   }
   return runToEnd(application, count, arguments.get(), hook);
+}
+
+void oroEndWithStatus() {
+  const SPtr<IOroRunOutcome> outcome;
+  const int32_t status = outcome ? outcome->exitStatus() : kNoStatus;
+  if (status == kNoStatus) return;
+  const SPtr<IExitService> exitService;
+  if (!exitService) return;
+  oroBaseLibraryEnd();
+  exitService->exit(status);
 }

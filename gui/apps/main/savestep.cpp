@@ -53,18 +53,19 @@ void handOverObjects(IWriteScene& writer) {
   }
 }
 
-void saveThrough(IWriteScene& writer, IFileSaveData& saveData, IOroSaveDoc* saver,
-                 const OroPath& path) {
+OroRunResult saveThrough(IWriteScene& writer, IFileSaveData& saveData, IOroSaveDoc* saver,
+                         const OroPath& path) {
   const std::optional<int32_t> code = saveCode(&writer, path);
-  if (!code) return;
+  if (!code) return kOroRunNobody;
   saveData.setStatus(*code);
   if (*code < kFirstOtherCode) handOverObjects(writer);
-  if (saver != nullptr) saver->save(&saveData, &writer, 0, 0);
+  if (saver == nullptr) return kOroRunNobody;
+  return saver->save(&saveData, &writer, 0, 0) ? kOroRunDone : kOroRunFailed;
 }
 
 }  // namespace
 
-void saveFile(const OroString& file, IInfoBar2* bar, IScriptEngine* engine) {
+OroRunResult saveFile(const OroString& file, IInfoBar2* bar, IScriptEngine* engine) {
   if (engine != nullptr) engine->setContinue(1);
   std::optional<CommandRecord> record(std::in_place, bar, "Save File");
   const OroPath path(file);
@@ -74,10 +75,12 @@ void saveFile(const OroString& file, IInfoBar2* bar, IScriptEngine* engine) {
   const SPtr<IFileTypeService> fileTypes;
   const IPtr<IWriteScene> writer(fileTypes ? fileTypes->writerFor() : nullptr);
   const bool canSave = saveData && writer;
+  OroRunResult result = kOroRunNobody;
   if (canSave) {
     writer->setSaveData(saveData.get());
-    saveThrough(*writer, *saveData, saver.get(), path);
+    result = saveThrough(*writer, *saveData, saver.get(), path);
   }
   record.reset();
   if (canSave) writer->setSaveData(nullptr);
+  return result;
 }

@@ -9,6 +9,16 @@ Events& events() {
   return list;
 }
 
+Events eventsLike(const std::vector<std::string>& words) {
+  Events some;
+  for (const std::string& text : events()) {
+    for (const std::string& word : words) {
+      if (text.rfind(word, 0) == 0) some.push_back(text);
+    }
+  }
+  return some;
+}
+
 void event(std::string_view text) { events().emplace_back(text); }
 
 void event(std::string_view name, const OroString& text) {

@@ -21,6 +21,7 @@
 #include "interfaces/IOroDocObjectItr.h"
 #include "interfaces/IOroOpenDoc.h"
 #include "interfaces/IOroOpenOptions.h"
+#include "interfaces/IOroRunOutcome.h"
 #include "interfaces/IOroSaveDoc.h"
 #include "interfaces/IOroWorldData.h"
 #include "interfaces/IPrimitivesService.h"
@@ -232,6 +233,19 @@ struct FileTypes : Double<FileTypes, IFileTypeService> {
     event("writerFor");
     return writer.get();
   }
+};
+
+struct RunOutcome : Double<RunOutcome, IOroRunOutcome> {
+  static constexpr const char* className() { return "RunOutcome"; }
+  int32_t status = -1;
+  void stepBegun(int32_t step, const OroString& subject) override {
+    event("step " + std::to_string(step) + " begun", subject);
+  }
+  void stepEnded(int32_t step, int32_t result) override {
+    event("step " + std::to_string(step) + " ended", result);
+  }
+  void runEnded() override { event("run ended"); }
+  int32_t exitStatus() override { return status; }
 };
 
 struct SaveDoc : Double<SaveDoc, IOroSaveDoc> {

@@ -125,6 +125,54 @@ TEST_F(FullFlow, OpensRunsTheScriptAndSavesInThisOrder) {
                   "stopCommand", "setSaveData null"));
 }
 
+TEST_F(FullFlow, TellsEachStepToWhoeverGathersTheOutcome) {
+  add("IOroRunOutcome", new tests::RunOutcome());
+  option(kInputFile, "in.xyz");
+  option(kScript, "do.py");
+  option(kOutputFile, "out.xyz");
+  EXPECT_EQ(run(), 0);
+  EXPECT_THAT(tests::eventsLike({"step ", "run", "open", "save", "stopCommand"}),
+              ElementsAre("step 1 begun 'in.xyz'", "open 'in.xyz'", "stopCommand", "step 1 ended 1",
+                          "step 2 begun 'do.py'", "runScript 'do.py'", "step 2 ended 0",
+                          "step 3 begun 'out.xyz'", "save 5 'out.xyz'", "stopCommand",
+                          "step 3 ended 1", "run ended"))
+      << "the doubles neither open nor save";
+}
+
+TEST_F(FullFlow, TellsThatNothingWasToDo) {
+  add("IOroRunOutcome", new tests::RunOutcome());
+  EXPECT_EQ(run(), 0);
+  EXPECT_THAT(tests::eventsLike({"step", "run"}), ElementsAre("run ended"));
+}
+
+TEST_F(FullFlow, TellsAScriptThatFailed) {
+  add("IOroRunOutcome", new tests::RunOutcome());
+  option(kScript, "do.py");
+  engine_->onRun = [] { tests::setText(kScriptError, "line 1"); };
+  EXPECT_EQ(run(), 1);
+  EXPECT_THAT(events(), Contains("step 2 ended 1"));
+}
+
+TEST_F(Flow, TellsStepsThatNobodyCanDo) {
+  add("IOroRunOutcome", new tests::RunOutcome());
+  declareCommandLineSettings(*getGenDataStore());
+  tests::setText(kInputFile, "in.xyz");
+  tests::setText(kScript, "do.py");
+  tests::setText(kOutputFile, "out.xyz");
+  EXPECT_EQ(run(), 0);
+  EXPECT_THAT(tests::eventsLike({"step "}),
+              ElementsAre("step 1 begun 'in.xyz'", "step 1 ended 2", "step 2 begun 'do.py'",
+                          "step 2 ended 2", "step 3 begun 'out.xyz'", "step 3 ended 2"));
+}
+
+TEST_F(Flow, TellsABatchThatNobodyCanRun) {
+  add("IOroRunOutcome", new tests::RunOutcome());
+  declareCommandLineSettings(*getGenDataStore());
+  tests::setNumber(kBatch, 1);
+  EXPECT_EQ(run(), 0);
+  EXPECT_THAT(events(), ElementsAre("step 4 begun ''", "step 4 ended 2", "run ended"));
+}
+
 TEST_F(FullFlow, CommandsGoByTheApplicationMainObject) {
   option(kInputFile, "in.xyz");
   run();

@@ -9,6 +9,8 @@
 #include "gui/apps/main/appglobals.h"
 #include "gui/apps/main/commandlinesettings.h"
 #include "headless/testaccess.h"
+#include "interfaces/IOroLoadJournal.h"
+#include "orobasictypes/sptr.h"
 #include "platform/console.h"
 #include "platform/hooks.h"
 #include "tests/gui/apps/main/appworld.h"
@@ -51,6 +53,37 @@ TEST_F(MainFunction, RunsTheCommandLineWithoutAStarter) {
   EXPECT_EQ(run({"cowl"}), 0);
   EXPECT_NE(headlesstest::attachedService(), nullptr);
   EXPECT_EQ(events().back(), "component shutDown");
+}
+
+TEST_F(MainFunction, EndsWithAStatusOnlyWhereTheOutcomeHasOne) {
+  auto* const outcome = new tests::RunOutcome();
+  known([&] {
+    tests::publish("IOroRunOutcome", outcome);
+    tests::publish("IExitService", new tests::ExitService());
+  });
+  EXPECT_EQ(run({"cowl"}), 0);
+  oroEndWithStatus();
+  EXPECT_THAT(events(), Not(Contains(testing::HasSubstr("exit"))));
+  outcome->status = 4;
+  oroEndWithStatus();
+  EXPECT_EQ(events().back(), "exit 4");
+}
+
+TEST_F(MainFunction, AStatusThatNobodyCanEndWithChangesNothing) {
+  known([] {
+    auto* const outcome = new tests::RunOutcome();
+    outcome->status = 4;
+    tests::publish("IOroRunOutcome", outcome);
+  });
+  EXPECT_EQ(run({"cowl"}), 0);
+  oroEndWithStatus();
+  EXPECT_THAT(events(), Not(Contains(testing::HasSubstr("exit"))));
+}
+
+TEST_F(MainFunction, PublishesTheJournalOfLoads) {
+  run({"cowl"});
+  SPtr<IOroLoadJournal> journal;
+  EXPECT_TRUE(journal);
 }
 
 TEST_F(MainFunction, HandsOverToAStarter) {

@@ -1,0 +1,146 @@
+// What a program around the executable learns of a run: the last record, the exit status where it
+// was asked for, the lines of -verbose, and the words about a library that does not come up.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <regex>
+#include <string>
+#include <vector>
+
+#include "tests/blackbox/childprocess.h"
+#include "tests/blackbox/productcopy.h"
+#include "tests/tempfolder.h"
+
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+using tests::ChildResult;
+using tests::plainLines;
+
+class OutcomeRun : public testing::Test {
+ protected:
+  OutcomeRun() {
+    folder_.write("in.xyz", "1 2 3\n4 5 6\n");
+    folder_.write("bad.xyz", "1 2\n");
+  }
+
+  ChildResult run(const std::vector<std::string>& arguments) {
+    return tests::runChild({tests::cowlProgram(), arguments, {}, folder_.path()});
+  }
+  // The last record of a run, and its exit code with and without the option.
+  struct Result {
+    std::string record;
+    std::int64_t asked;
+    std::int64_t unasked;
+  };
+  Result resultOf(std::vector<std::string> arguments) {
+    arguments.insert(arguments.end(), {"-logfile", "stdout"});
+    const ChildResult plain = run(arguments);
+    arguments.emplace_back("-exitstatus");
+    const ChildResult asked = run(arguments);
+    const std::string text = plainLines(asked.output);
+    const std::string end = "\"/>\n</log>\n";
+    const size_t start = text.rfind("<set action=\"");
+    EXPECT_EQ(text.substr(text.size() - std::min(text.size(), end.size())), end) << text;
+    const std::string record =
+        start == text.npos ? text : text.substr(start + 13, text.size() - start - 13 - end.size());
+    return {record, asked.exitCode, plain.exitCode};
+  }
+  void expectResult(const std::vector<std::string>& arguments, const char* record, int status) {
+    const Result result = resultOf(arguments);
+    EXPECT_EQ(result.record, record) << arguments.back();
+    EXPECT_EQ(result.asked, status) << arguments.back();
+    EXPECT_EQ(result.unasked, 1) << "the entry's own code";
+  }
+
+  tests::TempFolder folder_;
+};
+
+void expectLine(const std::string& text, const std::string& pattern) {
+  EXPECT_TRUE(std::regex_search(text, std::regex("(^|\n)" + pattern + "\n"))) << pattern << text;
+}
+
+TEST_F(OutcomeRun, Success) {
+  expectResult({"-input", "in.xyz", "-output", "out.xyz"}, "Outcome: success", 0);
+  EXPECT_EQ(folder_.read("out.xyz"), "1 2 3\n4 5 6\n");
+  expectResult({"-input", "in.xyz"}, "Outcome: success", 0);
+}
+
+TEST_F(OutcomeRun, AFileThatDoesNotOpen) {
+  expectResult({"-input", "absent.xyz"}, "Outcome: open failed", 3);
+  expectResult({"-input", "bad.xyz", "-output", "out.xyz"}, "Outcome: open failed", 3);
+}
+
+TEST_F(OutcomeRun, AFileThatIsNotSaved) {
+  expectResult({"-input", "in.xyz", "-output", "absent/out.xyz"}, "Outcome: save failed", 4);
+  expectResult({"-input", "in.xyz", "-output", "out.nonsense"}, "Outcome: save failed", 4);
+}
+
+TEST_F(OutcomeRun, AScriptThatFailsOrCannotRun) {
+  expectResult({"-input", "in.xyz", "-script", "absent.py", "-output", "out.xyz"},
+               "Outcome: script failed", 2);
+  EXPECT_EQ(folder_.read("out.xyz"), "1 2 3\n4 5 6\n") << "saved all the same";
+}
+
+TEST_F(OutcomeRun, ARefusedCommandLine) {
+  EXPECT_EQ(run({"-nonsense"}).exitCode, 0);
+  EXPECT_EQ(run({"-nonsense", "-exitstatus"}).exitCode, 5);
+  EXPECT_EQ(run({"-exitstatus", "-input"}).exitCode, 5);
+}
+
+TEST_F(OutcomeRun, ABatchThatCannotBegin) {
+  expectResult({"-batch", "-inputDir", "absent", "-outputDir", "out"}, "Outcome: batch failed", 6);
+}
+
+TEST_F(OutcomeRun, AComponentsLibraryThatIsMissing) {
+  const tests::ProductCopy product;
+  product.removeLibrary("points");
+  const ChildResult result = product.run(
+      "cowl", {"-input", "in.xyz", "-exitstatus", "-logfile", "stdout"}, folder_.path());
+  EXPECT_EQ(result.exitCode, 3);
+  EXPECT_THAT(result.errors, HasSubstr("Could not load this DLL"));
+  EXPECT_THAT(result.output, HasSubstr("There is nothing to open the file in.xyz with"));
+}
+
+TEST_F(OutcomeRun, VerboseTellsWhatWasLoadedFromWhereInWhatTime) {
+  const ChildResult result =
+      run({"-input", "in.xyz", "-output", "out.xyz", "-verbose", "-logfile", "stdout"});
+  const std::string text = plainLines(result.errors);
+  for (const char* library : {"initserver", "commandline", "points"}) {
+    expectLine(text, std::string("cowl: loaded: .*") + library + " in [0-9]+\\.[0-9] ms");
+  }
+  expectLine(text, "cowl: open: in\\.xyz in [0-9]+\\.[0-9] ms");
+  expectLine(text, "cowl: save: out\\.xyz in [0-9]+\\.[0-9] ms");
+  EXPECT_THAT(result.output, Not(HasSubstr("cowl:"))) << "records alone";
+}
+
+TEST_F(OutcomeRun, VerboseTellsTheLibrariesOfARunWithoutSteps) {
+  EXPECT_THAT(run({"-verbose"}).errors, HasSubstr("cowl: loaded: "));
+  EXPECT_EQ(run({}).errors, "");
+}
+
+TEST_F(OutcomeRun, ALibraryThatIsNoComponentSaysAtWhichStep) {
+  const struct {
+    const char* library;
+    const char* text;
+  } rows[] = {
+      {"fw_noentry", "points has no entry point"},
+      {"fw_version99", "points has version 99 of its entry point, not 100"},
+      {"fw_nullcomponent", "gave no component (status 1)"},
+  };
+  for (const auto& row : rows) {
+    const tests::ProductCopy product;
+    product.replaceLibrary("points", row.library);
+    const ChildResult loud = product.run("cowl", {"-input", "in.xyz"}, folder_.path());
+    const size_t first = loud.errors.find(row.text);
+    EXPECT_NE(first, std::string::npos) << loud.errors;
+    EXPECT_EQ(loud.errors.find(row.text, first + 1), std::string::npos) << "said once";
+    product.changeDescription("", "\nregistry COMPONENT/points/OpenFailsSilently 1\n");
+    EXPECT_EQ(product.run("cowl", {"-input", "in.xyz"}, folder_.path()).errors, "") << row.library;
+  }
+}
+
+}  // namespace
