@@ -3,6 +3,7 @@
 #include <string>
 
 #include "base/basic/keldataxmltree.h"
+#include "base/basic/keljournaldocument.h"
 #include "base/basic/kelsettingsjournal.h"
 #include "base/basic/kelsettingspaths.h"
 #include "interfaces/IKelDataItem.h"
@@ -11,45 +12,14 @@
 #include "interfaces/IOroErrorService.h"
 #include "orobasictypes/orosystemtext.h"
 #include "orobasictypes/orotranslate.h"
-#include "orobasictypes/orounits.h"
 #include "orobasictypes/orowholefile.h"
 #include "orobasictypes/sptr.h"
 #include "platform/files.h"
 
 namespace {
 
-constexpr const char kDeclaration[] = "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n";
 constexpr const char kDamagedSuffix[] = ".damaged";
 constexpr int32_t kError = 1;
-// More than any session writes, and little enough for texts and documents in memory.
-constexpr size_t kMostJournalBytes = size_t{256} << 20;
-
-// The lines of a journal as a document; false for bytes that are no text. A unit 0, which comes of
-// a stray byte too, would end the text and lose all lines behind it.
-bool wrap(const std::string& lines, OroString& document) {
-  std::u16string text(lines.size(), u'\0');
-  const ptrdiff_t units = orounits::decodeUtf8(lines.data(), lines.size(), text.data());
-  if (units < 0) return false;
-  text.resize(static_cast<size_t>(units));
-  if (text.find(u'\0') != text.npos) return false;
-  document = OroString(kDeclaration);
-  document.append("<OroDataStore>\n");
-  document.append(OroString(text.c_str()));
-  document.append("</OroDataStore>\n");
-  return true;
-}
-
-bool parseLines(const std::string& lines, IOroDOMXml& document) {
-  OroString text;
-  return wrap(lines, text) && document.parse(text);
-}
-
-// A journal whose last entry was cut off, when the process died, counts without that entry.
-bool parseJournal(std::string lines, IOroDOMXml& document) {
-  if (lines.size() > kMostJournalBytes) return false;
-  if (parseLines(lines, document)) return true;
-  return KelSettingsJournal::removeCutEntry(lines) && parseLines(lines, document);
-}
 
 bool copyFile(const OroPath& from, const OroPath& to) {
   platform::MappedFile source;
@@ -150,7 +120,7 @@ bool KelDataXMLFile::mergeInto(const OroPath& path, const std::string& journal,
   KelDataXMLTable table;
   if (!load(path, document) || !kelFlattenDocument(document, table)) return false;
   SPtr<IOroDOMXml> changes;
-  if (!changes || !parseJournal(journal, *changes)) return false;
+  if (!changes || !kelParseJournal(journal, *changes)) return false;
   SPtr<IOroDOMXml> merged;
   return kelFlattenDocument(*changes, table) && merged && kelBuildDocument(table, *merged) &&
          merged->save(path);

@@ -3,15 +3,18 @@
 
 #include "components/points/pointwriter.h"
 #include "interfaces/IFileTypeService.h"
+#include "interfaces/IOroFileTypeNames.h"
 
-class PointFileTypes : public IFileTypeService {
+class PointFileTypes : public IFileTypeService, public IOroFileTypeNames {
  public:
   static constexpr const char* className() { return "PointFileTypes"; }
-  using Offers = OroOffers<PointFileTypes, IFileTypeService>;
+  using Offers = OroOffers<PointFileTypes, IFileTypeService, IOroFileTypeNames>;
   void queryInterface(const char* name, void* out) override { Offers::query(*this, name, out); }
   const char* getClassName() const override { return className(); }
 
   IWriteScene* writerFor() override { return writer_.get(); }
+
+  bool formatName(const OroPath& path, OroString& name) override;
 
   int32_t unusedSlot1() override { return 0; }
   int32_t unusedSlot2() override { return 0; }

@@ -4,15 +4,16 @@
 #pragma once
 
 #include "interfaces/IOroDocObject.h"
+#include "interfaces/IOroPointInfo.h"
 #include "orobasictypes/iptr.h"
 #include "orobasictypes/oroguid.h"
 #include "orobasictypes/orooffers.h"
 #include "orobasictypes/orostring.h"
 
-class PointObject : public IOroDocObject {
+class PointObject : public IOroDocObject, public IOroPointInfo {
  public:
   static constexpr const char* className() { return "PointObject"; }
-  using Offers = OroOffers<PointObject, IOroDocObject>;
+  using Offers = OroOffers<PointObject, IOroDocObject, IOroPointInfo>;
   void queryInterface(const char* name, void* out) override { Offers::query(*this, name, out); }
   const char* getClassName() const override { return className(); }
 
@@ -23,6 +24,10 @@ class PointObject : public IOroDocObject {
   IOroUnknown* data(const GUID& classId) override {
     return classId == dataClass_ ? data_.get() : nullptr;
   }
+
+  int64_t pointCount() override;
+  bool pointBounds(double* minimum, double* maximum) override;
+  void pointAttributes(OroStringArray& names) override;
 
  private:
   OroString name_;
