@@ -138,12 +138,14 @@ class ModelTree {
                    static_cast<unsigned char>(bytes[3]), bytes.substr(header_, size - header_)};
   }
 
-  // Whether the bytes are elements from one end to the other, at least one.
-  bool areElements(std::string_view bytes) const {
+  // Whether the bytes are elements from one end to the other, at least one. A file that is made to
+  // be tried without end runs out of trials.
+  bool areElements(std::string_view bytes) {
     if (bytes.empty()) return false;
     while (!bytes.empty()) {
       const auto element = elementAt(bytes);
-      if (!element) return false;
+      if (!element || trials_ == 0) return false;
+      --trials_;
       bytes.remove_prefix(header_ + element->body.size());
     }
     return true;
@@ -232,7 +234,8 @@ class ModelTree {
   InfoReport& report_;
   uint64_t header_ = kShortHeader;
   int shown_ = 0;
-  uint64_t left_ = 0;  // elements that were not shown, without what is in them
+  int trials_ = 20000000;  // elements that may still be looked at to find out what they are
+  uint64_t left_ = 0;      // elements that were not shown, without what is in them
 };
 
 }  // namespace
