@@ -6,11 +6,9 @@
 // Any thread.
 #pragma once
 
-#include "orobasictypes/kelrealloc.h"
-
 class BucketMemoryAllocator {
  public:
   virtual ~BucketMemoryAllocator() = default;
-  // Takes the address of the block's header.
-  virtual void Free(void* header) { kelFree(header); }
+  // Takes the address of the block's header. The heap is called under the lock of the pools.
+  virtual void Free(void* header);
 };

@@ -5,9 +5,11 @@
 //   int32_t capacity = 0;
 //   capacity = kelRealloc(values, sizeof(double), capacity, needed, kelGrowSize(capacity, needed));
 //
-// A caller never tests for failure: when the heap refuses for good, the process ends. Sizes are
-// signed element counts; one block is below 2 GiB. Any thread; two threads must not reallocate one
-// pointer at once.
+// A caller never tests for failure. When the heap refuses, the memory manager is asked to give
+// memory back; a buffer that grows settles for less than its maximum, and in the end moves through
+// a temporary file; after that the process ends as kelmemoryerror.h tells. Sizes are signed element
+// counts; one block is below 2 GiB. Any thread; two threads must not reallocate one pointer at
+// once.
 #pragma once
 
 #include <cstddef>
@@ -61,8 +63,17 @@ extern KelHeapCalls kelHeapCalls;
 // Prints one line per allocation to standard output while it is true. For a debugger or a test.
 extern bool kelTraceAllocations;
 
-// Reports that the heap refused so many bytes for good, and ends the process with status -1.
+// Writes the memory record, tells the user, and ends the process with status -1: what happens when
+// the heap has refused so many bytes for good. kelmemoryerror.h has it in parts.
 [[noreturn]] void kelOutOfMemory(int64_t attemptedBytes);
+
+// From here on operator new asks the memory manager for memory when the heap refuses, and ends the
+// process as above instead of throwing. Of this module; of the whole process on Linux. Does nothing
+// where that is so already.
+void kelHelpOperatorNew();
+
+// Looks the memory manager up now, while there is memory to load its library with.
+void kelFindMemoryManager();
 
 // Reports a failed assertion: to the callback of this module, else to the service
 // IOroAssertHandlerCB; with neither the process ends with status 255. When it returns, the caller

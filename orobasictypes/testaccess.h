@@ -29,4 +29,10 @@ void resetArrayManager();
 // Wider instructions up to `limit` alone, as far as the processor has them; which it is then.
 KelProcessorLevel limitProcessorLevel(KelProcessorLevel limit);
 
+// The kept services of the memory layer: manager, checker, renderer.
+void resetMemoryServices();
+
+// The listener behind kelMemoryLimit; the next call makes one anew.
+void resetMemLimitListener();
+
 }  // namespace testaccess

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "platform/knownfolders.h"
+#include "platform/memoryfigures.h"
 #include "platform/network.h"
 #include "platform/osregistry.h"
 
@@ -25,6 +26,13 @@ std::u16string systemKnownFolder(KnownFolder folder);
 /// findHost without its hook and its limit; answersEcho without its hook.
 bool findSystemHost(const std::string& name, HostAddress& address);
 bool systemAnswersEcho(const HostAddress& address, int milliseconds);
+
+/// memoryFigures and workingSet without their hooks.
+bool systemMemoryFigures(MemoryFigures& figures);
+bool systemWorkingSet(WorkingSet& figures);
+
+/// openTemporaryDescriptor without its hook.
+int systemTemporaryDescriptor(std::u16string_view path);
 
 /// The registry that this system has; lives as long as the process.
 RegistryStore& systemRegistryStore();

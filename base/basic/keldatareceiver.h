@@ -5,21 +5,6 @@
 #pragma once
 
 #include "interfaces/IOroDataReceiver.h"
-#include "orobasictypes/orooffers.h"
+#include "orobasictypes/keldatareceiverof.h"
 
-class KelDataReceiver : public IOroDataReceiver {
- public:
-  static constexpr const char* className() { return "KelDataReceiver"; }
-  using Offers = OroOffers<KelDataReceiver, IOroDataReceiver>;
-
-  void queryInterface(const char* name, void* out) override { Offers::query(*this, name, out); }
-  const char* getClassName() const override { return className(); }
-
-  void OnBlobChanged(const char*, const void*, int32_t) override {}
-  void OnIntExChanged(const char*, int32_t, int32_t) override {}
-  void OnOroStringChanged(const char*, const OroString&) override {}
-  void OnStringChanged(const char*, const char*) override {}
-  void OnFloatChanged(const char*, double) override {}
-  void OnIntChanged(const char*, int32_t) override {}
-  void OnVoidFired(const char*) override {}
-};
+using KelDataReceiver = KelDataReceiverOf<>;

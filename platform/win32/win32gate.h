@@ -24,6 +24,7 @@
 #include <fcntl.h>
 #include <icmpapi.h>
 #include <io.h>
+#include <malloc.h>
 #include <psapi.h>
 #include <share.h>
 #include <shellapi.h>

@@ -49,6 +49,7 @@ LAYERS = [
     ("components/initserver/", KIT + ["components/initserver/"]),
     ("components/batch/", KIT + ["components/batch/"]),
     ("components/commandline/", KIT + ["components/commandline/"]),
+    ("components/memorymanager/", KIT + ["components/memorymanager/"]),
     ("components/points/", KIT + ["components/points/"]),
     ("components/pythonscript/", KIT + ["components/pythonscript/"]),
     ("components/xmldom/", KIT + ["components/xmldom/"]),

@@ -10,26 +10,17 @@
 
 #include "interfaces/IOroAssertHandlerCB.h"
 #include "orobasictypes/orooffers.h"
-#include "orobasictypes/testaccess.h"
-#include "platform/hooks.h"
-#include "platform/process.h"
-#include "tests/support/fakebroker.h"
-#include "tests/support/fakeheap.h"
+#include "tests/orobasictypes/memoryworld.h"
 #include "tests/support/slotnumber.h"
 
 namespace {
 
-using tests::FakeHeap;
 using Sizes = std::vector<size_t>;
 
-// What the end of the process becomes in a test.
-struct Ended {
-  int status;
-};
-
-class KelReallocTest : public testing::Test {
+class KelReallocTest : public tests::MemoryWorld {
  protected:
   KelReallocTest() {
+    forget();
     kelSetAssertCallback(
         [](void* context, const char* expression, const char* file, int32_t line) {
           static_cast<KelReallocTest*>(context)->asserted_.push_back(
@@ -37,15 +28,13 @@ class KelReallocTest : public testing::Test {
         },
         this);
   }
-  ~KelReallocTest() override {
-    kelFree(block_);
-    testaccess::resetModule();
-  }
+  ~KelReallocTest() override { kelFree(block_); }
 
   // A block of `count` elements of 4 bytes, all bytes 0xAA.
   void fill(int32_t count) {
     kelMalloc(block_, 4, count);
     std::memset(block_, 0xAA, static_cast<size_t>(count) * 4);
+    forget();
   }
   int32_t reallocate(int32_t curSize, int32_t minNewSize, int32_t maxNewSize) {
     return kelRealloc(block_, 4, curSize, minNewSize, maxNewSize);
@@ -54,25 +43,12 @@ class KelReallocTest : public testing::Test {
     for (int32_t i = 0; i < oldCount; ++i) ASSERT_EQ(block_[i], 0xAAAAAAAA) << i;
     for (int32_t i = oldCount; i < newCount; ++i) ASSERT_EQ(block_[i], 0u) << i;
   }
-  template <class Action>
-  static int endStatus(const Action& action) {
-    const platform::HookGuard guard(
-        platform::endProcessHook, +[](int status) { throw Ended{status}; });
-    try {
-      action();
-    } catch (const Ended& ended) {
-      return ended.status;
-    }
-    return 0;
-  }
-
   std::vector<std::string> asserted_;
   uint32_t* block_ = nullptr;
 };
 using Asserted = std::vector<std::string>;
 
 TEST_F(KelReallocTest, MallocMakesABlockOfTheProduct) {
-  FakeHeap heap;
   EXPECT_EQ(kelMalloc(block_, 4, 10), 10);
   EXPECT_EQ(heap.sizes, Sizes{40});
   EXPECT_EQ(kelFree(block_), 1);
@@ -83,17 +59,17 @@ TEST_F(KelReallocTest, MallocMakesABlockOfTheProduct) {
 
 TEST_F(KelReallocTest, MallocOfNothingSucceedsWithWhateverTheHeapGives) {
   EXPECT_EQ(kelMalloc(block_, 4, 0), 0);
-  FakeHeap heap;
-  heap.refuseAbove = 0;
   kelFree(block_);
   kelHeapCalls.allocate = [](size_t) -> void* { return nullptr; };
   EXPECT_EQ(kelMalloc(block_, 0, 100), 100);
+  EXPECT_EQ(block_, nullptr);
+  block_ = reinterpret_cast<uint32_t*>(this);
+  EXPECT_EQ(kelMalloc(block_, 100, 0), 0);
   EXPECT_EQ(block_, nullptr);
 }
 
 TEST_F(KelReallocTest, EqualSizesReturnAtOnceWhateverTheMaximum) {
   fill(5);
-  FakeHeap heap;
   uint32_t* const before = block_;
   EXPECT_EQ(reallocate(5, 5, 2), 5);
   EXPECT_EQ(reallocate(5, 5, 100), 5);
@@ -103,14 +79,12 @@ TEST_F(KelReallocTest, EqualSizesReturnAtOnceWhateverTheMaximum) {
 }
 
 TEST_F(KelReallocTest, NullAndZeroStayNothing) {
-  FakeHeap heap;
   EXPECT_EQ(reallocate(0, 0, 100), 0);
   EXPECT_EQ(block_, nullptr);
   EXPECT_TRUE(heap.sizes.empty());
 }
 
 TEST_F(KelReallocTest, FreshBlockHasTheMinimumAndIgnoresTheMaximum) {
-  FakeHeap heap;
   EXPECT_EQ(reallocate(0, 3, 100), 3);
   EXPECT_EQ(reallocate(5, 5, 100), 5);
   EXPECT_EQ(heap.allocations, 1);
@@ -123,7 +97,7 @@ TEST_F(KelReallocTest, FreshBlockHasTheMinimumAndIgnoresTheMaximum) {
 TEST_F(KelReallocTest, BlockOfNoElementsIsNotFreedForAFreshOne) {
   kelMalloc(block_, 4, 0);
   uint32_t* const old = block_;
-  FakeHeap heap;
+  forget();
   EXPECT_EQ(reallocate(0, 3, -1), 3);
   EXPECT_NE(block_, old);
   EXPECT_EQ(heap.frees, 0);
@@ -132,7 +106,6 @@ TEST_F(KelReallocTest, BlockOfNoElementsIsNotFreedForAFreshOne) {
 
 TEST_F(KelReallocTest, ShrinksToTheMaximum) {
   fill(5);
-  FakeHeap heap;
   EXPECT_EQ(reallocate(5, 3, -1), 3);
   EXPECT_EQ(heap.sizes, Sizes{12});
   expectGrown(3, 3);
@@ -143,7 +116,6 @@ TEST_F(KelReallocTest, ShrinksToTheMaximum) {
 TEST_F(KelReallocTest, RefusedShrinkingLeavesANullPointerAndTheTarget) {
   fill(5);
   uint32_t* const old = block_;
-  FakeHeap heap;
   heap.refuseAbove = 0;
   EXPECT_EQ(reallocate(5, 3, -1), 3);
   EXPECT_EQ(block_, nullptr);
@@ -153,7 +125,6 @@ TEST_F(KelReallocTest, RefusedShrinkingLeavesANullPointerAndTheTarget) {
 }
 
 TEST_F(KelReallocTest, FreshBlockIsNotCleared) {
-  const FakeHeap heap;
   kelHeapCalls.allocate = [](size_t bytes) { return std::memset(std::malloc(bytes), 0xAA, bytes); };
   EXPECT_EQ(reallocate(0, 3, 100), 3);
   expectGrown(3, 3);
@@ -161,7 +132,6 @@ TEST_F(KelReallocTest, FreshBlockIsNotCleared) {
 
 TEST_F(KelReallocTest, SmallerMinimumWithALargerMaximumKeepsTheBlock) {
   fill(5);
-  FakeHeap heap;
   EXPECT_EQ(reallocate(5, 3, 10), 5);
   EXPECT_EQ(reallocate(5, 3, 5), 5);
   EXPECT_TRUE(heap.sizes.empty());
@@ -170,7 +140,6 @@ TEST_F(KelReallocTest, SmallerMinimumWithALargerMaximumKeepsTheBlock) {
 
 TEST_F(KelReallocTest, MaximumOfZeroFrees) {
   fill(5);
-  FakeHeap heap;
   EXPECT_EQ(reallocate(5, 0, 0), 0);
   EXPECT_EQ(block_, nullptr);
   EXPECT_EQ(heap.frees, 1);
@@ -179,7 +148,6 @@ TEST_F(KelReallocTest, MaximumOfZeroFrees) {
 
 TEST_F(KelReallocTest, GrowthIsZeroAndTakesTheMaximum) {
   fill(5);
-  FakeHeap heap;
   EXPECT_EQ(reallocate(5, 6, 40), 40);
   EXPECT_EQ(heap.sizes, Sizes{160});
   expectGrown(5, 40);
@@ -202,7 +170,6 @@ TEST_F(KelReallocTest, MaximumBelowTheMinimumIsAssertedAndTaken) {
 
 TEST_F(KelReallocTest, RefusedGrowthHalvesTheWayDownToTheMinimum) {
   fill(10);
-  FakeHeap heap;
   heap.refuseAbove = 400;
   EXPECT_EQ(reallocate(10, 100, 1000), 100);
   EXPECT_EQ(heap.sizes, (Sizes{4000, 2200, 1300, 848, 624, 512, 456, 428, 400}));
@@ -211,59 +178,34 @@ TEST_F(KelReallocTest, RefusedGrowthHalvesTheWayDownToTheMinimum) {
 
 TEST_F(KelReallocTest, RefusedGrowthStopsAtTheFirstSizeThatFits) {
   fill(10);
-  FakeHeap heap;
   heap.refuseAbove = 1500;
   EXPECT_EQ(reallocate(10, 100, 1000), 325);
   EXPECT_EQ(heap.sizes, (Sizes{4000, 2200, 1300}));
   expectGrown(10, 325);
 }
 
-TEST_F(KelReallocTest, RefusalForGoodEndsTheProcess) {
-  FakeHeap heap;
-  fill(10);
-  heap.refuseAbove = 100;
-  heap.sizes.clear();
-  uint32_t* fresh = nullptr;
-  EXPECT_EQ(endStatus([&] { kelMalloc(fresh, 4, 100); }), -1);
-  EXPECT_EQ(heap.sizes, Sizes{400});
-  heap.sizes.clear();
-  EXPECT_EQ(endStatus([&] { reallocate(10, 100, -1); }), -1);
-  EXPECT_EQ(heap.sizes, Sizes{400}) << "with nothing to give up there is one attempt";
-  expectGrown(10, 10);
+TEST_F(KelReallocTest, NullPointerAndTargetOfZeroStayNothing) {
+  EXPECT_EQ(reallocate(5, 0, 0), 0);
+  EXPECT_EQ(block_, nullptr);
+  EXPECT_EQ(heap.frees, 0);
+  EXPECT_EQ(reallocate(5, 0, -1), 0);
+  EXPECT_TRUE(heap.sizes.empty());
 }
 
-TEST_F(KelReallocTest, BlocksEndBelowTwoGigabytes) {
-  FakeHeap heap;
-  heap.refuseAbove = 1 << 20;
-  for (const int32_t count : {0x20000000, 0x40000000, 0x40000001, INT32_MAX, -1}) {
-    heap.sizes.clear();
-    EXPECT_EQ(endStatus([&] { kelMalloc(block_, 4, count); }), -1) << count;
-    ASSERT_EQ(heap.sizes.size(), 1u);
-    EXPECT_GT(heap.sizes[0], size_t{INT32_MAX}) << "no product is cut to a small block";
-  }
-  heap.sizes.clear();
-  EXPECT_EQ(endStatus([&] { kelMalloc(block_, 4, 0x1FFFFFFF); }), -1);
-  EXPECT_EQ(heap.sizes, Sizes{0x7FFFFFFC});
-}
-
-TEST_F(KelReallocTest, ExhaustionIsToldWithWhatWasAskedLast) {
-  FakeHeap heap;
-  fill(10);
-  heap.refuseAbove = 1000;
-  const auto told = [](const auto& action) {
-    testing::internal::CaptureStderr();
-    EXPECT_EQ(endStatus(action), -1);
-    return testing::internal::GetCapturedStderr();
-  };
-  uint32_t* fresh = nullptr;
-  EXPECT_EQ(told([&] { kelMalloc(fresh, 4, 300); }), "Out of memory: 1200 bytes were refused.\n");
-  EXPECT_EQ(told([&] { kelMalloc(fresh, 4, 0x40000000); }),
-            "Out of memory: 4294967296 bytes were refused.\n");
-  EXPECT_EQ(told([&] { reallocate(10, 300, 400); }), "Out of memory: 1200 bytes were refused.\n");
+TEST_F(KelReallocTest, NegativeTargetIsARefusedShrinking) {
+  fill(5);
+  uint32_t* const old = block_;
+  EXPECT_EQ(reallocate(5, -3, -3), -3);
+  EXPECT_EQ(block_, nullptr);
+  ASSERT_EQ(heap.sizes.size(), 1u);
+  EXPECT_GT(heap.sizes[0], size_t{INT32_MAX});
+  EXPECT_EQ(record(), "<absent>");
+  kelFree(old);
 }
 
 TEST_F(KelReallocTest, TraceTellsEachRequest) {
   fill(5);
+  heap.refuseAbove = 1 << 20;
   testing::internal::CaptureStdout();
   kelTraceAllocations = true;
   uint32_t* other = nullptr;
@@ -283,6 +225,31 @@ TEST_F(KelReallocTest, TraceTellsEachRequest) {
             "kelRealloc: 4 : 9 : 4 : 16\n");
 }
 
+TEST_F(KelReallocTest, TraceTellsImpossibleSizesAsTheyWereAskedFor) {
+  struct Row {
+    int32_t count;
+    const char* line;
+  };
+  heap.refuseAbove = 1 << 20;
+  for (const Row& row : {Row{0x20000000, "kelMalloc: 4 : 536870912 : 18446744071562067968\n"},
+                         {0x3FFFFFFF, "kelMalloc: 4 : 1073741823 : 18446744073709551612\n"},
+                         {0x40000000, "kelMalloc: 4 : 1073741824 : 4294967296\n"},
+                         {0x40000001, "kelMalloc: 4 : 1073741825 : 4294967300\n"},
+                         {-1, "kelMalloc: 4 : -1 : 18446744073709551612\n"}}) {
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(end([&] {
+                struct TraceOn {
+                  TraceOn() { kelTraceAllocations = true; }
+                  ~TraceOn() { kelTraceAllocations = false; }
+                } trace;
+                kelMalloc(block_, 4, row.count);
+              }),
+              -1);
+    const std::string lines = testing::internal::GetCapturedStdout();
+    EXPECT_EQ(lines.substr(0, lines.find('\n') + 1), row.line);
+  }
+}
+
 // Remembers what it was told.
 class Handler : public IOroAssertHandlerCB {
  public:
@@ -299,24 +266,24 @@ class Handler : public IOroAssertHandlerCB {
 class KelAssertFailTest : public KelReallocTest {
  protected:
   KelAssertFailTest() {
-    handler_.addRef();
-    broker_.registerService(KelCString::borrow("IOroAssertHandlerCB"), &handler_);
+    handler_->addRef();
+    publish("IOroAssertHandlerCB", handler_);
   }
+  ~KelAssertFailTest() override { handler_->release(); }
 
-  Handler handler_;
-  tests::FakeBroker broker_;
+  Handler* const handler_ = new Handler;
 };
 
 TEST_F(KelAssertFailTest, CallbackComesBeforeTheService) {
   kelAssertFail("a == b", "folder/file", 12);
   EXPECT_EQ(asserted_, Asserted{"a == b|folder/file|12"});
-  EXPECT_EQ(handler_.told, "");
+  EXPECT_EQ(handler_->told, "");
 }
 
 TEST_F(KelAssertFailTest, ServiceHearsWithoutACallback) {
   kelSetAssertCallback(nullptr, nullptr);
   kelAssertFail("", "folder/file", 13);
-  EXPECT_EQ(handler_.told, "|folder/file|13");
+  EXPECT_EQ(handler_->told, "|folder/file|13");
 }
 
 TEST_F(KelAssertFailTest, HandlerIsToldByItsFirstOperation) {
@@ -325,9 +292,9 @@ TEST_F(KelAssertFailTest, HandlerIsToldByItsFirstOperation) {
 
 TEST_F(KelReallocTest, AssertionThatNobodyHearsEndsTheProcess) {
   kelSetAssertCallback(nullptr, nullptr);
-  EXPECT_EQ(endStatus([] { kelAssertFail("a", "b", 1); }), 255);
-  tests::FakeBroker broker;
-  EXPECT_EQ(endStatus([] { kelAssertFail("a", "b", 1); }), 255);
+  EXPECT_EQ(end([] { kelAssertFail("a", "b", 1); }), 255) << "a broker without the service";
+  oroSetBroker(nullptr);
+  EXPECT_EQ(end([] { kelAssertFail("a", "b", 1); }), 255) << "no broker";
 }
 
 }  // namespace

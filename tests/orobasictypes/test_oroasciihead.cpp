@@ -5,6 +5,7 @@
 #include <string>
 
 #include "tests/support/fakeheap.h"
+#include "tests/support/pooloff.h"
 
 namespace {
 
@@ -29,6 +30,7 @@ TEST(OroAsciiHead, EndsAtWhatNoNumberCanHold) {
 }
 
 TEST(OroAsciiHead, OnlyALongHeadTakesABlock) {
+  const tests::PoolOff poolOff;
   tests::FakeHeap heap;
   EXPECT_EQ(OroAsciiHead(std::u16string(64, u'1')).text(), std::string(64, '1'));
   EXPECT_EQ(heap.allocations, 0);

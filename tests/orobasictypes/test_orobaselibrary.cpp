@@ -8,6 +8,7 @@
 
 #include "interfaces/IKelFileMagic.h"
 #include "interfaces/ILogFile.h"
+#include "orobasictypes/kelpool.h"
 #include "orobasictypes/oroobject.h"
 #include "orobasictypes/orooffers.h"
 #include "orobasictypes/orostring.h"
@@ -121,6 +122,8 @@ TEST(IKelFileMagicTest, TheEndIsTheFirstOperation) {
 }
 
 TEST_F(BaseLibraryTest, TheLogFileIsAskedForUntilThereIsOneAndKeptThen) {
+  kelPoolShutdown();
+  kelPoolInstance();  // a pool that does not look for the service of pools
   EXPECT_EQ(oroLogFile(), nullptr);
   tests::FakeBroker broker;
   EXPECT_EQ(oroLogFile(), nullptr);

@@ -18,6 +18,7 @@
 #include "platform/text.h"
 #include "tests/orobasictypes/texts.h"
 #include "tests/support/fakebroker.h"
+#include "tests/support/pooloff.h"
 #include "tests/tempfolder.h"
 
 namespace {
@@ -415,6 +416,7 @@ TEST_F(OroPathOnDisk, ALongClimbHoldsOnePathAtATime) {
   std::fclose(stream);
   std::u16string deep = units(file);
   for (int i = 0; i < 1000; ++i) deep += u"\\d";
+  const tests::PoolOff poolOff;
   const OroPath made{owned(deep)};
   const HeldBytes bytes;
   EXPECT_FALSE(made.makeDirectory(true));

@@ -8,6 +8,7 @@
 
 #include "interfaces/IOroStrSupport.h"
 #include "orobasictypes/kelcstring.h"
+#include "orobasictypes/kelpool.h"
 #include "orobasictypes/orooffers.h"
 #include "orobasictypes/oropath.h"
 #include "orobasictypes/orostring.h"
@@ -152,6 +153,8 @@ TEST_F(OroStringSupport, AMissIsRemembered) {
 }
 
 TEST_F(OroStringSupport, ThreadsAskTogetherOnlyOnce) {
+  kelPoolShutdown();
+  kelPoolInstance();  // a pool that does not look for the service of pools
   publish();
   std::vector<std::thread> threads;
   for (int i = 0; i < 4; ++i) {

@@ -6,11 +6,13 @@
 //   ...
 //   EXPECT_EQ(heap.allocations, 0);
 //
+// Blocks of strings that are kept for reuse are not seen here; PoolOff (pooloff.h) shows them all.
 // One at a time, while no other thread allocates.
 #pragma once
 
 #include <cstddef>
 #include <cstdlib>
+#include <functional>
 #include <vector>
 
 #include "orobasictypes/kelrealloc.h"
@@ -32,7 +34,16 @@ class FakeHeap {
   FakeHeap(const FakeHeap&) = delete;
   FakeHeap& operator=(const FakeHeap&) = delete;
 
+  void refuseNothing() {
+    refuseAbove = PTRDIFF_MAX - 1;
+    refuseUpToCall = 0;
+    refuseGrowth = false;
+  }
+
   size_t refuseAbove = PTRDIFF_MAX - 1;  // larger requests, in bytes, get null
+  size_t refuseUpToCall = 0;             // the requests up to this number, from 1, get null
+  bool refuseGrowth = false;             // blocks keep their size: every reallocation gets null
+  std::function<void()> onAllocate;      // called before each request for a new block
   int allocations = 0;                   // requests for a new block
   int reallocations = 0;
   int frees = 0;              // of blocks, null not counted
@@ -41,15 +52,16 @@ class FakeHeap {
  private:
   bool refuses(size_t bytes) {
     sizes.push_back(bytes);
-    return bytes > refuseAbove;
+    return bytes > refuseAbove || sizes.size() <= refuseUpToCall;
   }
   void* allocate(size_t bytes) {
     ++allocations;
+    if (onAllocate) onAllocate();
     return refuses(bytes) ? nullptr : std::malloc(bytes);
   }
   void* reallocate(void* block, size_t bytes) {
     ++reallocations;
-    return refuses(bytes) ? nullptr : std::realloc(block, bytes);
+    return refuses(bytes) || refuseGrowth ? nullptr : std::realloc(block, bytes);
   }
   void release(void* block) {
     frees += block != nullptr;

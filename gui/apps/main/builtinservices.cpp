@@ -3,16 +3,20 @@
 #include "base/basic/gendatastore.h"
 #include "framework/kelregistry.h"
 #include "gui/apps/main/appglobals.h"
+#include "interfaces/IBucketMemoryPool.h"
 #include "interfaces/IHelpService.h"
 #include "interfaces/IImageStore.h"
 #include "interfaces/IOroCustomTranslatorRegistry.h"
 #include "interfaces/IOroDirService.h"
 #include "interfaces/IOroErrorService.h"
+#include "interfaces/IOroHeapMemoryUsage.h"
 #include "interfaces/IOroNetworkService.h"
 #include "interfaces/IOroObjBroker.h"
 #include "interfaces/IOroTranslator.h"
 #include "interfaces/IOroTranslatorService.h"
 #include "interfaces/IProductInfo.h"
+#include "orobasictypes/heapmemoryusage.h"
+#include "orobasictypes/kelpool.h"
 #include "orobasictypes/sptr.h"
 #include "platform/crash.h"
 #include "services/errorservice.h"
@@ -44,6 +48,18 @@ IOroUnknown* helpService() { return getHelpService(); }
 
 IOroUnknown* makeTranslator() { return new Translator(); }
 
+IOroUnknown* processPool() { return kelPoolInstance(); }
+
+// Never destroyed, whoever drops what references.
+IOroUnknown* heapMemoryUsage() {
+  static auto* const usage = [] {
+    auto* const made = new HeapMemoryUsage<>;
+    made->addRef();
+    return made;
+  }();
+  return usage;
+}
+
 IOroUnknown* makeErrorService() {
   return new ErrorService(true,
                           reinterpret_cast<platform::CrashHandler>(oroAppGlobals().errorHandler));
@@ -66,7 +82,9 @@ constexpr BuiltInService kBuiltInServices[] = {
     {IOroTranslatorService::interfaceName(), makeTranslatorService},
     {IOroCustomTranslatorRegistry::interfaceName(), publishedTranslatorService},
     {IHelpService::interfaceName(), helpService},
+    {IBucketMemoryPool::interfaceName(), processPool},
     {IOroTranslator::interfaceName(), makeTranslator},
+    {IOroHeapMemoryUsage::interfaceName(), heapMemoryUsage},
     {IOroErrorService::interfaceName(), makeErrorService},
     {IOroDirService::interfaceName(), makeDirService},
     {IOroNetworkService::interfaceName(), makeNetworkService},

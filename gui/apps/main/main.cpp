@@ -1,6 +1,7 @@
 // The entry of the process.
 
 #include "gui/apps/main/mainfunction.h"
+#include "orobasictypes/kelrealloc.h"
 #include "orobasictypes/orobaselibrary.h"
 #include "platform/process.h"
 
@@ -8,6 +9,7 @@
 // a status of its own is given only by a component that ends the process.
 int main(int argc, char** argv) {
   platform::fillStandardStreams();
+  kelHelpOperatorNew();
   platform::ignoreBrokenPipes();  // progress that nobody reads any more does not end the work
   platform::storeInstanceHandle(platform::systemInstanceHandle());
   const platform::NarrowArguments arguments = platform::narrowArguments(argc, argv);

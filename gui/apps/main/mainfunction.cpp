@@ -10,6 +10,7 @@
 #include "interfaces/IOroObjBroker.h"
 #include "interfaces/IOroRunOutcome.h"
 #include "orobasictypes/kelcstring.h"
+#include "orobasictypes/kelrealloc.h"
 #include "orobasictypes/orobaselibrary.h"
 #include "orobasictypes/orostring.h"
 #include "orobasictypes/sptr.h"
@@ -23,10 +24,11 @@ int32_t runToEnd(OroAppMain& application, int32_t argc, const OroString* argv,
                  IOroAppMainHook* hook) {
   const IPtr<LoadJournal> journal(new LoadJournal);
   const LoadJournal::Listening listening(*journal);
-  application.init(argc, argv, hook);  // a failure shows in the next line
+  application.init(argc, argv, hook);  // a failure shows in the run
   if (IOroObjBroker* const broker = oroBroker()) {
     broker->registerService(KelCString::borrow(IOroLoadJournal::interfaceName()), journal.get());
   }
+  kelFindMemoryManager();
   const int32_t result = application.isHeadless() ? runCommandLine(argc, argv) : application.run();
   // After a failed run the destructor shuts down, and a script's error changes nothing any more.
   return result != 0 || application.shutDown() != 0 ? 1 : 0;

@@ -9,17 +9,20 @@
 
 #include "base/basic/gendatastore.h"
 #include "gui/apps/main/oroappmain.h"
+#include "interfaces/IBucketMemoryPool.h"
 #include "interfaces/IHelpServiceV3.h"
 #include "interfaces/IImageStore.h"
 #include "interfaces/IOroComponentManager.h"
 #include "interfaces/IOroCustomTranslatorRegistry.h"
 #include "interfaces/IOroDirService.h"
 #include "interfaces/IOroErrorService.h"
+#include "interfaces/IOroHeapMemoryUsage.h"
 #include "interfaces/IOroNetworkService.h"
 #include "interfaces/IOroRegistry.h"
 #include "interfaces/IOroTranslator.h"
 #include "interfaces/IOroTranslatorService.h"
 #include "interfaces/IProductInfo.h"
+#include "orobasictypes/kelpool.h"
 #include "orobasictypes/sptr.h"
 #include "services/helpservice.h"
 #include "services/kelproductinfo.h"
@@ -61,8 +64,9 @@ TEST(BuiltInServices, ArePublishedInTheOrderOfTheirNeeds) {
   EXPECT_THAT(broker.names,
               testing::IsSupersetOf({"IOroRegistry", "IProductInfo", "IDataStore", "IImageStore",
                                      "IOroTranslatorService", "IOroCustomTranslatorRegistry",
-                                     "IHelpService", "IOroTranslator", "IOroErrorService",
-                                     "IOroDirService", "IOroNetworkService"}));
+                                     "IHelpService", "IBucketMemoryPool", "IOroTranslator",
+                                     "IOroHeapMemoryUsage", "IOroErrorService", "IOroDirService",
+                                     "IOroNetworkService"}));
 }
 
 class BuiltIn : public testing::Test {
@@ -79,6 +83,8 @@ TEST_F(BuiltIn, AnswerUnderTheirNames) {
   EXPECT_TRUE(SPtr<IDataStore>());
   EXPECT_TRUE(SPtr<IOroTranslatorService>());
   EXPECT_TRUE(SPtr<IOroCustomTranslatorRegistry>());
+  EXPECT_TRUE(SPtr<IBucketMemoryPool>());
+  EXPECT_TRUE(SPtr<IOroHeapMemoryUsage>());
   EXPECT_TRUE(SPtr<IOroTranslator>());
   EXPECT_TRUE(SPtr<IOroErrorService>());
   EXPECT_TRUE(SPtr<IOroDirService>());
@@ -126,6 +132,18 @@ TEST_F(BuiltIn, EachIsHeldByTheBrokerAlone) {
   EXPECT_EQ(registry.object()->refCount(), 2);
   SPtr<IOroDirService> directories;
   EXPECT_EQ(directories.object()->refCount(), 2);
+}
+
+TEST_F(BuiltIn, ThePoolIsTheOneOfTheStrings) {
+  SPtr<IBucketMemoryPool> pool;
+  EXPECT_EQ(pool.get(), kelPoolInstance());
+  EXPECT_EQ(kelPoolAdopt(), 1);
+  EXPECT_EQ(pool.object()->refCount(), 3) << "by the strings, by the broker, here";
+}
+
+TEST_F(BuiltIn, TheLedgerOutlivesTheBroker) {
+  SPtr<IOroHeapMemoryUsage> usage;
+  EXPECT_EQ(usage.object()->refCount(), 3) << "by itself, by the broker, here";
 }
 
 TEST_F(BuiltIn, ErrorsGoToTheMessageBoxFromTheStart) {

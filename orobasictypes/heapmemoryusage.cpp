@@ -1,0 +1,5 @@
+#include "orobasictypes/heapmemoryusage.h"
+
+#include "orobasictypes/kelmemoryservices.h"
+
+OroMutex& kelHeapUsageMutex() { return kelmemory::immortal<OroMutex>(); }

@@ -1,0 +1,167 @@
+#include "orobasictypes/kelbucketstore.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstring>
+#include <mutex>
+#include <new>
+#include <utility>
+
+#include "orobasictypes/kelgrow.h"
+#include "orobasictypes/kelmemoryservices.h"
+#include "orobasictypes/kelrealloc.h"
+
+namespace {
+
+constexpr int32_t headerSize = sizeof(KelBucketHeader);
+constexpr int32_t firstListCapacity = 9;
+
+int32_t shiftOf(int32_t step) {
+  const auto bits = static_cast<uint32_t>(step);
+  return std::has_single_bit(bits) ? std::countr_zero(bits) : -1;
+}
+
+}  // namespace
+
+constinit platform::CountLock KelBucketStore::moduleLock_;
+
+void BucketMemoryAllocator::Free(void* header) {
+  const std::lock_guard hold(KelBucketStore::moduleLock());
+  kelFree(header);
+}
+
+KelBucketStore::KelBucketStore(int32_t step, int32_t linearLimit, int32_t maximum)
+    : step_(std::max(step, 1)),
+      linearLimit_(std::max(linearLimit, 1)),
+      maximum_(std::max(maximum, -INT32_MAX)),
+      lock_(&moduleLock_),
+      shift_(shiftOf(step_)) {
+  const int32_t slots = std::min(linearLimit_ / step_, INT32_MAX - 2) + 2;
+  kelMalloc(table_, sizeof *table_, slots);
+  std::memset(table_, 0, static_cast<size_t>(slots) * sizeof *table_);
+  capacity_ = slots;
+}
+
+KelBucketStore::~KelBucketStore() {
+  purge();
+  kelFree(table_);
+}
+
+KelBucketStore::Bucket KelBucketStore::bucketAboveLimit(int32_t size) const {
+  Bucket bucket{(linearLimit_ - 1) / step_, linearLimit_};
+  while (bucket.size < size) {
+    bucket.size *= 2;
+    ++bucket.index;
+  }
+  return bucket;
+}
+
+void* KelBucketStore::allocate(int32_t size, int32_t& actual) {
+  const std::lock_guard hold(*lock_);
+  return allocateHeld(size, actual);
+}
+
+bool KelBucketStore::release(int32_t size, void** pointer) {
+  if (*pointer == nullptr || size <= 0) return false;
+  if (keeps(size)) {
+    const std::lock_guard hold(*lock_);
+    keepHeld(size, *pointer);
+  } else {
+    freeBlock(*pointer);
+  }
+  *pointer = nullptr;
+  return true;
+}
+
+// A list leaves the table before its blocks are freed: their allocators take the locks of their
+// modules, which are not to be waited for under this one.
+void KelBucketStore::purge() {
+  for (int32_t index = 0;; ++index) {
+    KelBucketList* list = nullptr;
+    {
+      const std::lock_guard hold(*lock_);
+      if (index >= capacity_) return;
+      list = std::exchange(table_[index], nullptr);
+    }
+    if (list == nullptr) continue;
+    for (int32_t i = 1; i <= list->count; ++i) {
+      void* const block = std::exchange(list->entries[i].block, nullptr);
+      if (block != nullptr) freeBlock(block);
+    }
+    freeList(list);
+  }
+}
+
+void KelBucketStore::setEnabled(bool enabled) {
+  const std::lock_guard hold(*lock_);
+  const int32_t maximum = maximum_;
+  if (enabled != (maximum > 0)) maximum_ = -maximum;
+}
+
+void KelBucketStore::takeAllHeld(KelBucketStore& other) {
+  for (int32_t index = 0; index < other.capacity_; ++index) {
+    KelBucketList* const list = std::exchange(other.table_[index], nullptr);
+    if (list == nullptr) continue;
+    KelBucketList*& own = slotHeld(index);
+    if (own == nullptr) {
+      own = list;
+      continue;
+    }
+    for (int32_t i = 1; i <= list->count; ++i) append(*own, list->entries[i]);
+    freeList(list);
+  }
+}
+
+bool KelBucketStore::isLikeHeld(const KelBucketStore& other) const {
+  return step_ == other.step_ && linearLimit_ == other.linearLimit_ && maximum_ == other.maximum_;
+}
+
+void KelBucketStore::exchangeTablesHeld(KelBucketStore& other) {
+  std::swap(capacity_, other.capacity_);
+  std::swap(table_, other.table_);
+}
+
+void KelBucketStore::growTableHeld(int32_t index) {
+  const int32_t wanted = kelGrowSize(capacity_, index + 1);
+  capacity_ = kelRealloc(table_, sizeof *table_, capacity_, index + 1, wanted);
+}
+
+KelBucketList* KelBucketStore::newList() {
+  KelBucketList* list = nullptr;
+  kelMalloc(list, sizeof *list, 1);
+  *list = {0, nullptr, 0};
+  kelMalloc(list->entries, sizeof(KelBucketEntry), firstListCapacity);
+  std::memset(static_cast<void*>(list->entries), 0, sizeof(KelBucketEntry) * firstListCapacity);
+  list->capacity = firstListCapacity;
+  return list;
+}
+
+void KelBucketStore::freeList(KelBucketList* list) {
+  kelFree(list->entries);
+  kelFree(list);
+}
+
+void KelBucketStore::append(KelBucketList& list, KelBucketEntry entry) {
+  const int32_t index = list.count + 1;
+  if (index >= list.capacity) [[unlikely]] {
+    list.capacity = kelRealloc(list.entries, sizeof entry, list.capacity, index + 1,
+                               kelGrowSize(list.capacity, index + 1));
+  }
+  list.entries[index] = entry;
+  list.count = index;
+}
+
+void* KelBucketStore::freshBlock(int64_t size, int32_t& actual) {
+  const int64_t bytes = size + headerSize;
+  if (bytes > INT32_MAX) kelOutOfMemory(bytes);
+  void* block = nullptr;
+  kelMalloc(block, 1, static_cast<int32_t>(bytes));
+  new (block) KelBucketHeader{&kelmemory::immortal<BucketMemoryAllocator>()};
+  actual = static_cast<int32_t>(size);
+  return static_cast<char*>(block) + headerSize;
+}
+
+void KelBucketStore::freeBlock(void* block) {
+  auto* const header = reinterpret_cast<KelBucketHeader*>(static_cast<char*>(block) - headerSize);
+  header->allocator->Free(header);
+}

@@ -1,0 +1,114 @@
+#include "components/memorymanager/memorymanager.h"
+
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "base/basic/keldatastore.h"
+#include "orobasictypes/oropagestore.h"
+#include "orobasictypes/orostring.h"
+#include "platform/text.h"
+#include "tests/support/fakebroker.h"
+#include "tests/support/slotnumber.h"
+#include "tests/tempfolder.h"
+
+namespace {
+
+constexpr int64_t kPage = 24576;
+
+TEST(MemoryManager, CountsBegunPagesOf24Kilobytes) {
+  const IPtr<OroMM::IOroMManager> manager(
+      new MemoryManager(BlockManager::Limits{3 * kPage + 1, 5 * kPage, {}}));
+  EXPECT_EQ(manager->CoreLimit(), 4);
+  EXPECT_EQ(manager->SwapLimit(), 5);
+  EXPECT_EQ(manager->CorePages(), 0);
+  void* blocks[5] = {};
+  for (void*& block : blocks) block = manager->AllocBlock(8192, true);
+  EXPECT_EQ(manager->CorePages(), 2) << "five blocks of a third of a page";
+  void* const more = manager->AllocBlock(3 * kPage, true);
+  EXPECT_EQ(manager->SwapPages(), 3);
+  EXPECT_EQ(manager->AllocBlock(3 * kPage, true), nullptr);
+  manager->FreeBlock(more);
+  manager->FreeBlock(nullptr);
+  for (void* block : blocks) manager->FreeBlock(block);
+  EXPECT_EQ(manager->CorePages(), 0);
+  EXPECT_EQ(manager->SwapPages(), 0);
+}
+
+TEST(MemoryManager, OperationsStandInTheirPlaces) {
+  using OroMM::IOroMManager;
+  EXPECT_EQ(tests::slotNumber(&IOroMManager::AllocBlock), 1);
+  EXPECT_EQ(tests::slotNumber(&IOroMManager::FreeBlock), 2);
+  EXPECT_EQ(tests::slotNumber(&IOroMManager::ReleaseMemory), 4);
+  EXPECT_EQ(tests::slotNumber(&IOroMManager::CoreLimit), 11);
+  EXPECT_EQ(tests::slotNumber(&IOroMManager::SwapLimit), 12);
+  EXPECT_EQ(tests::slotNumber(&IOroMManager::SwapPages), 13);
+  EXPECT_EQ(tests::slotNumber(&IOroMManager::CorePages), 18);
+  EXPECT_EQ(tests::slotNumber(&IMemoryInit::end), 4);
+}
+
+TEST(MemoryManager, EndsThroughItsOwnObject) {
+  const tests::TempFolder folder;
+  const IPtr<OroMM::IOroMManager> manager(new MemoryManager(
+      BlockManager::Limits{0, 5 * kPage, platform::fromSystemPath(folder.path().string())}));
+  void* const block = manager->AllocBlock(kPage, true);
+  EXPECT_EQ(manager->SwapPages(), 1);
+  IMemoryInit* const end = oroQuery<IMemoryInit>(manager.get());
+  ASSERT_NE(end, nullptr);
+  EXPECT_STREQ(manager->getClassName(), "MemoryManager");
+  end->end();
+  EXPECT_EQ(manager->SwapPages(), 0);
+  manager->FreeBlock(block);
+}
+
+TEST(MemoryManager, HasNothingToGiveBeforeItsFirstBlock) {
+  const IPtr<OroMM::IOroMManager> manager(new MemoryManager());
+  EXPECT_FALSE(manager->ReleaseMemory());
+  EXPECT_EQ(manager->CorePages(), 0);
+  EXPECT_EQ(manager->SwapPages(), 0);
+  int local = 0;
+  manager->FreeBlock(&local);
+  oroQuery<IMemoryInit>(manager.get())->end();
+}
+
+TEST(MemoryManager, LimitsComeFromTheMachineWithoutSettings) {
+  const IPtr<OroMM::IOroMManager> manager(new MemoryManager());
+  const auto allowance = static_cast<int64_t>(oroMemoryAllowance());
+  EXPECT_NEAR(static_cast<double>(manager->CoreLimit()), allowance / 2 / kPage, 2);
+  EXPECT_NEAR(static_cast<double>(manager->SwapLimit()), allowance * 4.0 / kPage, 2);
+}
+
+TEST(MemoryManager, LimitsAndFolderAreSettings) {
+  const tests::TempFolder folder;
+  tests::FakeBroker broker;
+  auto* const store = new KelDataStore(false, 17, 17);
+  broker.registerService(KelCString::borrow("IDataStore"), store);
+  store->CreateDirectory("Memory");
+  store->CreateFloat("Memory/CoreLimit", 7.0 * kPage, 0, 1e18, 0);
+  store->CreateFloat("Memory/SwapLimit", 9.0 * kPage, 0, 1e18, 0);
+  const std::u16string absent = platform::fromSystemPath(folder.file("absent").string());
+  store->CreateOroString("Memory/SwapDirectory", 1000, OroString(absent.c_str()), 0);
+  const IPtr<OroMM::IOroMManager> manager(new MemoryManager());
+  EXPECT_GT(manager->CoreLimit(), 1000) << "not read before there is a block";
+  void* const block = manager->AllocBlock(8 * kPage, false);
+  EXPECT_EQ(manager->CoreLimit(), 7);
+  EXPECT_EQ(manager->SwapLimit(), 9);
+  EXPECT_EQ(manager->CorePages(), 8) << "no file in a folder that is not there";
+  manager->FreeBlock(block);
+}
+
+TEST(MemoryManager, SettingsAreDeclaredWithTheMachinesShareAsTheirZero) {
+  tests::FakeBroker broker;
+  auto* const store = new KelDataStore(false, 17, 17);
+  broker.registerService(KelCString::borrow("IDataStore"), store);
+  const IPtr<OroMM::IOroMManager> manager(new MemoryManager());
+  EXPECT_FALSE(store->Exists("Memory/CoreLimit"));
+  manager->FreeBlock(manager->AllocBlock(kPage, true));
+  EXPECT_TRUE(store->Exists("Memory/CoreLimit"));
+  EXPECT_TRUE(store->Exists("Memory/SwapLimit"));
+  EXPECT_TRUE(store->Exists("Memory/SwapDirectory"));
+  EXPECT_EQ(store->GetFloat("Memory/CoreLimit", nullptr), 0);
+  EXPECT_GT(manager->CoreLimit(), 1000);
+}
+
+}  // namespace
