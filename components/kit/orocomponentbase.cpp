@@ -1,5 +1,6 @@
 #include "components/kit/orocomponentbase.h"
 
+#include "orobasictypes/kelpool.h"
 #include "orobasictypes/oromodule.h"
 
 namespace {
@@ -17,6 +18,12 @@ IOroUnknown* makeObject(const OroClassEntry& entry) {
 
 OroComponentBase::OroComponentBase(const OroComponentRecord& record)
     : record_(record), shared_(record.classes.size()) {}
+
+// What the module's strings keep for reuse can be freed by the module alone, so it goes first.
+OroComponentBase::~OroComponentBase() {
+  shared_.clear();
+  if (ownModule_) kelPoolShutdown();
+}
 
 void OroComponentBase::initialise(IOroObjBroker* broker) {
   OroComponentIdentity& identity = oroModuleIdentity();

@@ -20,6 +20,7 @@ class OroComponentBase : public IOroComponent, public IOroCompInternal {
 
   // The record must outlive the component.
   explicit OroComponentBase(const OroComponentRecord& record);
+  ~OroComponentBase() override;
 
   void queryInterface(const char* name, void* out) override { Offers::query(*this, name, out); }
   const char* getClassName() const override { return className(); }

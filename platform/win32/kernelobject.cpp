@@ -62,7 +62,7 @@ bool KernelObject::wait(std::int64_t milliseconds) {
 bool KernelObject::releaseMutex() { return handle_ != nullptr && ReleaseMutex(handle_); }
 
 bool KernelObject::releaseSemaphore(std::int32_t count) {
-  return handle_ != nullptr && ReleaseSemaphore(handle_, count, nullptr);
+  return handle_ != nullptr && count > 0 && ReleaseSemaphore(handle_, count, nullptr);
 }
 
 bool KernelObject::setEvent() { return handle_ != nullptr && SetEvent(handle_); }

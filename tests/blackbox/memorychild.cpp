@@ -7,15 +7,14 @@
 //   FOLDER END  keeps blocks in a file in the folder and ends by "return", "exit", "abort" or
 //               "now"
 
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <memory>
 #include <new>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "components/memorymanager/blockmanager.h"
 #include "orobasictypes/kelbreakflag.h"
@@ -41,10 +40,13 @@ struct ExhaustsAtTheEnd {
 
 void exhaustOperatorNew() {
   kelHelpOperatorNew();
-  // In pieces that no compiler or sanitizer refuses by itself; nothing is written to them.
-  constexpr size_t piece = size_t{1} << 34;
-  std::vector<std::unique_ptr<char[]>> pieces;
-  for (;;) pieces.emplace_back(new char[piece]);
+#if COWL_SANITIZED
+  // The sanitizers' own operator new does not call the handler.
+  for (;;) std::get_new_handler()();
+#else
+  static volatile size_t tooMuch = PTRDIFF_MAX / 2;
+  ::operator delete(::operator new(tooMuch));
+#endif
 }
 
 int keepBlocks(const char* folder, std::string_view end) {

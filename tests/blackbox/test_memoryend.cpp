@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <filesystem>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -60,6 +61,16 @@ bool isRecordOfASize(const std::string& text) {
          withoutNumbers(text.substr(0, figures)) == "attempted:#b\n\n";
 }
 
+// What the process said on standard error, without what a sanitizer says of a refused request.
+std::string saidBy(const tests::ChildResult& result) {
+  std::istringstream lines(tests::plainLines(result.errors));
+  std::string said;
+  for (std::string line; std::getline(lines, line);) {
+    if (line.find("WARNING: AddressSanitizer failed to allocate") == line.npos) said += line + '\n';
+  }
+  return said;
+}
+
 class MemoryEnd : public testing::Test {
  protected:
   tests::ChildResult run(
@@ -83,7 +94,7 @@ class MemoryEnd : public testing::Test {
 TEST_F(MemoryEnd, LeavesARecordAMessageAndItsStatus) {
   const auto result = run("memorychild", {"exhaust"});
   EXPECT_EQ(result.exitCode, statusOf(-1));
-  EXPECT_EQ(tests::plainLines(result.errors), kMessage);
+  EXPECT_EQ(saidBy(result), kMessage);
   EXPECT_EQ(result.output, "");
   EXPECT_EQ(record().rfind("attempted:        18446744071562067968b\n\n", 0), 0u) << record();
   EXPECT_TRUE(isRecordOfASize(record())) << record();
@@ -92,7 +103,7 @@ TEST_F(MemoryEnd, LeavesARecordAMessageAndItsStatus) {
 TEST_F(MemoryEnd, OperatorNewEndsInTheSameWay) {
   const auto result = run("memorychild", {"exhaust-new"});
   EXPECT_EQ(result.exitCode, statusOf(-1));
-  EXPECT_EQ(tests::plainLines(result.errors), kMessage);
+  EXPECT_EQ(saidBy(result), kMessage);
   EXPECT_TRUE(areFigures(record())) << record() << "how much it wanted is not known";
 }
 
@@ -100,14 +111,14 @@ TEST_F(MemoryEnd, ExhaustionWhileTheProcessEndsIsOnTheSpot) {
   const auto result = run("memorychild", {"exit"});
   EXPECT_EQ(result.exitCode, statusOf(-1));
   EXPECT_EQ(result.output, "");
-  EXPECT_EQ(tests::plainLines(result.errors), std::string(kMessage) + kMessage);
+  EXPECT_EQ(saidBy(result), std::string(kMessage) + kMessage);
 }
 
 TEST_F(MemoryEnd, RecordThatCannotBeWrittenIsNoFailure) {
   fs::create_directory(folder_.file("memory.log"));
   const auto result = run("memorychild", {"exhaust"});
   EXPECT_EQ(result.exitCode, statusOf(-1));
-  EXPECT_EQ(tests::plainLines(result.errors), kMessage);
+  EXPECT_EQ(saidBy(result), kMessage);
 }
 
 TEST_F(MemoryEnd, BreakFlagIsOffForZeroAlone) {

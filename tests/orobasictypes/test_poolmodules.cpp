@@ -85,9 +85,11 @@ TEST_F(PoolModules, BlocksOfALocalPoolGoToTheServiceAndDieByTheirOwnAllocator) {
   EXPECT_EQ(probe_->adopt(), 1);
   EXPECT_EQ(probe_->current(), service_);
   EXPECT_EQ(take(10), block);
-  BucketMemoryAllocator* const own = *(static_cast<BucketMemoryAllocator**>(take(10)) - 1);
-  EXPECT_NE(*(static_cast<BucketMemoryAllocator**>(block) - 1), own);
+  void* const own = take(10);
+  EXPECT_NE(*(static_cast<BucketMemoryAllocator**>(block) - 1),
+            *(static_cast<BucketMemoryAllocator**>(own) - 1));
   kelPoolFree(12, block);
+  kelPoolFree(12, own);
   service_->Purge();
 }
 

@@ -21,17 +21,6 @@ TEST(MemoryFigures, FitTogether) {
   EXPECT_EQ(figures.extendedAvailable, 0u);
 }
 
-TEST(MemoryFigures, AddressSpaceThatIsUsedIsNotAvailable) {
-  platform::MemoryFigures before;
-  platform::MemoryFigures after;
-  constexpr std::size_t bytes = 256u << 20;
-  ASSERT_TRUE(platform::memoryFigures(before));
-  std::vector<char> block;
-  block.reserve(bytes);
-  ASSERT_TRUE(platform::memoryFigures(after));
-  EXPECT_LE(after.virtualAvailable + bytes / 2, before.virtualAvailable);
-}
-
 TEST(WorkingSet, GrowsWithMemoryThatIsWritten) {
   platform::WorkingSet before;
   platform::WorkingSet after;

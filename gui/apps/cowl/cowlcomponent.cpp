@@ -3,6 +3,9 @@
 #include "gui/apps/cowl/builtincomponent.h"
 #include "gui/apps/cowl/cowlimageadder.h"
 #include "gui/apps/cowl/productfacts.h"
+#include "orobasictypes/kelpool.h"
+
+CowlComponent::~CowlComponent() { kelPoolShutdown(); }
 
 int32_t CowlComponent::getClassObject(const GUID& classId, IOroUnknown** out) {
   *out = nullptr;

@@ -13,6 +13,8 @@ class CowlComponent : public IOroComponent {
  public:
   static constexpr const char* className() { return "CowlComponent"; }
 
+  CowlComponent() = default;
+  ~CowlComponent() override;                   // the strings' pool is given back with it
   void initialise(IOroObjBroker*) override {}  // the executable knows its broker
   void shutDown() override {}
   // 1 also for the CowlApp, which is shared: it shall not be published as a service. 0 and null for

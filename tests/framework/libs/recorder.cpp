@@ -5,6 +5,7 @@
 #include "interfaces/IOroCompInternal.h"
 #include "interfaces/IOroComponent.h"
 #include "orobasictypes/kelcstring.h"
+#include "orobasictypes/kelpool.h"
 #include "orobasictypes/oromodule.h"
 #include "orobasictypes/orooffers.h"
 #include "tests/framework/libs/itestjournal.h"
@@ -25,7 +26,10 @@ class KelRecorder : public IOroComponent, public IOroCompInternal {
  public:
   static constexpr const char* className() { return "KelRecorder"; }
   using Offers = OroOffers<KelRecorder, IOroComponent, IOroCompInternal>;
-  ~KelRecorder() override { journal.note("deleted"); }
+  ~KelRecorder() override {
+    journal.note("deleted");
+    kelPoolShutdown();
+  }
   void queryInterface(const char* name, void* out) override { Offers::query(*this, name, out); }
   const char* getClassName() const override { return className(); }
 
