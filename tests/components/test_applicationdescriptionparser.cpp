@@ -146,7 +146,13 @@ TEST(ApplicationDescriptionParser, TakesTheDescriptionThatTheProductShips) {
   const std::string text{std::istreambuf_iterator<char>(file), {}};
   const Parsed parsed = parse(text);
   EXPECT_TRUE(parsed.good) << parsed.line << ": " << parsed.problem;
-  EXPECT_EQ(parsed.description.components.size(), 5u);
+  size_t lines = 0;
+  for (size_t at = text.find("\ncomponent "); at != text.npos;
+       at = text.find("\ncomponent ", at + 1)) {
+    ++lines;
+  }
+  EXPECT_GT(lines, 3u);
+  EXPECT_EQ(parsed.description.components.size(), lines);
 }
 
 }  // namespace
