@@ -7,6 +7,7 @@
 #include "interfaces/IOroComponent.h"
 #include "interfaces/IOroRegistry.h"
 #include "orobasictypes/kelcstring.h"
+#include "orobasictypes/kelpool.h"
 #include "orobasictypes/oromodule.h"
 #include "orobasictypes/sptr.h"
 #include "tests/gui/apps/main/double.h"
@@ -46,6 +47,7 @@ struct Stranger : tests::Double<Stranger, IOroComponent> {
 
 struct OddComponent : tests::Double<OddComponent, IOroComponent> {
   static constexpr const char* className() { return "OddComponent"; }
+  ~OddComponent() override { kelPoolShutdown(); }
   void initialise(IOroObjBroker* broker) override { oroSetBroker(broker); }
   void shutDown() override {}
   int32_t getClassObject(const GUID&, IOroUnknown** out) override {
