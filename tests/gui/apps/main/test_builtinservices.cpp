@@ -61,12 +61,12 @@ TEST(BuiltInServices, ArePublishedInTheOrderOfTheirNeeds) {
     }
   }
   EXPECT_EQ(broker.names, expected);
-  EXPECT_THAT(broker.names,
-              testing::IsSupersetOf({"IOroRegistry", "IProductInfo", "IDataStore", "IImageStore",
-                                     "IOroTranslatorService", "IOroCustomTranslatorRegistry",
-                                     "IHelpService", "IBucketMemoryPool", "IOroTranslator",
-                                     "IOroHeapMemoryUsage", "IOroErrorService", "IOroDirService",
-                                     "IOroNetworkService"}));
+  EXPECT_THAT(
+      broker.names,
+      testing::IsSupersetOf(
+          {"IOroRegistry", "IProductInfo", "IDataStore", "IImageStore", "IOroTranslatorService",
+           "IOroCustomTranslatorRegistry", "IHelpService", "IBucketMemoryPool", "IOroTranslator",
+           "IOroHeapMemoryUsage", "IOroErrorService", "IOroDirService", "IOroNetworkService"}));
 }
 
 TEST(BuiltInServices, ThePoolIsHeldOnceMoreWhenItIsPublished) {
