@@ -3,8 +3,6 @@
 // Reached from IOroDocObject::data with classId(); the object holds the reference.
 #pragma once
 
-#include <utility>
-
 #include "components/points/pointcloud.h"
 #include "orobasictypes/oroguid.h"
 #include "orobasictypes/orooffers.h"
@@ -19,8 +17,6 @@ class PointCloudData : public virtual IOroUnknown {
   static constexpr GUID classId() {
     return {0x9B0E0F52, 0x2C1D, 0x4A77, {0x8E, 0x31, 0x64, 0xD0, 0x5A, 0x7C, 0x1B, 0x90}};
   }
-
-  explicit PointCloudData(PointCloud cloud) : cloud_(std::move(cloud)) {}
 
   PointCloud& cloud() { return cloud_; }
 

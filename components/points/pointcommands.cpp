@@ -6,6 +6,7 @@
 
 #include "components/points/pointclouddata.h"
 #include "components/points/pointdocument.h"
+#include "orobasictypes/oromatrix.h"
 
 namespace {
 
@@ -17,40 +18,48 @@ std::vector<PointCloud*> clouds(const PointDocument& document) {
   return all;
 }
 
-// Keeps the points whose indices are listed, in that order.
-void pick(PointCloud& cloud, const std::vector<size_t>& indices) {
-  PointCloud kept;
-  kept.decimals = cloud.decimals;
-  kept.positions.reserve(indices.size());
-  for (size_t i : indices) kept.positions.push_back(cloud.positions[i]);
-  if (cloud.hasColors()) {
-    kept.colors.reserve(indices.size());
-    for (size_t i : indices) kept.colors.push_back(cloud.colors[i]);
-  }
-  cloud = std::move(kept);
-}
-
 template <class Keep>
 void keepWhere(PointCloud& cloud, Keep keep) {
-  std::vector<size_t> indices;
-  for (size_t i = 0; i < cloud.size(); ++i) {
-    if (keep(i)) indices.push_back(i);
+  BitVector kept(cloud.count());
+  OroVector point;
+  for (int32_t i = 1; i <= cloud.count(); ++i) {
+    cloud.points().Get(i, point);
+    if (keep(i, point)) kept.Set(i);
   }
-  pick(cloud, indices);
+  cloud.keep(kept);
+}
+
+// Where each point goes when they are ordered by a coordinate.
+void sortBy(PointCloud& cloud, double OroVector::*axis) {
+  const int32_t count = cloud.count();
+  std::vector<double> keys(static_cast<size_t>(count));
+  std::vector<int32_t> order(keys.size());
+  for (size_t i = 0; i < keys.size(); ++i) {
+    keys[i] = cloud.points().GetVector(static_cast<int32_t>(i) + 1).*axis;
+  }
+  std::iota(order.begin(), order.end(), 0);
+  std::stable_sort(order.begin(), order.end(), [&](int32_t a, int32_t b) {
+    return keys[static_cast<size_t>(a)] < keys[static_cast<size_t>(b)];
+  });
+  OroMM::IntArray map(count + 1);
+  for (int32_t i = 0; i < count; ++i) map.Set(order[static_cast<size_t>(i)] + 1, i + 1);
+  cloud.reorder(map);
 }
 
 // translate dx dy dz
 bool translate(PointDocument& document, std::span<const double> by) {
-  for (PointCloud* cloud : clouds(document)) {
-    for (PointPosition& p : cloud->positions) p = {p.x + by[0], p.y + by[1], p.z + by[2]};
-  }
+  OroMatrix matrix;
+  matrix.SetTranslation(OroVector(by[0], by[1], by[2]));
+  for (PointCloud* cloud : clouds(document)) cloud->points().Transform(matrix);
   return true;
 }
 
 // scale factor, about the origin
 bool scale(PointDocument& document, std::span<const double> by) {
+  OroMatrix matrix;
+  matrix.m[0] = matrix.m[5] = matrix.m[10] = by[0];
   for (PointCloud* cloud : clouds(document)) {
-    for (PointPosition& p : cloud->positions) p = {p.x * by[0], p.y * by[0], p.z * by[0]};
+    cloud->points().Transform(matrix);
     cloud->decimals = PointCloud::kShortest;
   }
   return true;
@@ -59,26 +68,18 @@ bool scale(PointDocument& document, std::span<const double> by) {
 // sort axis, 0 to 2 for x, y and z; points of equal coordinate keep their order
 bool sort(PointDocument& document, std::span<const double> by) {
   if (by[0] != 0 && by[0] != 1 && by[0] != 2) return false;
-  constexpr double PointPosition::*kAxes[] = {&PointPosition::x, &PointPosition::y,
-                                              &PointPosition::z};
+  constexpr double OroVector::*kAxes[] = {&OroVector::x, &OroVector::y, &OroVector::z};
   const auto axis = kAxes[static_cast<int>(by[0])];
-  for (PointCloud* cloud : clouds(document)) {
-    std::vector<size_t> order(cloud->size());
-    std::iota(order.begin(), order.end(), size_t{0});
-    std::stable_sort(order.begin(), order.end(), [&](size_t a, size_t b) {
-      return cloud->positions[a].*axis < cloud->positions[b].*axis;
-    });
-    pick(*cloud, order);
-  }
+  for (PointCloud* cloud : clouds(document)) sortBy(*cloud, axis);
   return true;
 }
 
 // thin n: the first of every n points stays
 bool thin(PointDocument& document, std::span<const double> by) {
   if (!(by[0] >= 1) || by[0] != std::floor(by[0]) || by[0] > 2147483647) return false;
-  const auto every = static_cast<size_t>(by[0]);
+  const auto every = static_cast<int32_t>(by[0]);
   for (PointCloud* cloud : clouds(document)) {
-    keepWhere(*cloud, [&](size_t i) { return i % every == 0; });
+    keepWhere(*cloud, [&](int32_t i, const OroVector&) { return (i - 1) % every == 0; });
   }
   return true;
 }
@@ -87,25 +88,12 @@ bool thin(PointDocument& document, std::span<const double> by) {
 bool crop(PointDocument& document, std::span<const double> box) {
   if (!(box[0] <= box[3] && box[1] <= box[4] && box[2] <= box[5])) return false;
   for (PointCloud* cloud : clouds(document)) {
-    keepWhere(*cloud, [&](size_t i) {
-      const PointPosition& p = cloud->positions[i];
+    keepWhere(*cloud, [&](int32_t, const OroVector& p) {
       return p.x >= box[0] && p.x <= box[3] && p.y >= box[1] && p.y <= box[4] && p.z >= box[2] &&
              p.z <= box[5];
     });
   }
   return true;
-}
-
-void append(PointCloud& to, const PointCloud& from) {
-  const bool colors = (to.hasColors() || to.size() == 0) && (from.hasColors() || from.size() == 0);
-  to.positions.insert(to.positions.end(), from.positions.begin(), from.positions.end());
-  if (colors) {
-    to.colors.insert(to.colors.end(), from.colors.begin(), from.colors.end());
-  } else {
-    to.colors.clear();
-  }
-  to.decimals = to.decimals < 0 || from.decimals < 0 ? PointCloud::kShortest
-                                                     : std::max(to.decimals, from.decimals);
 }
 
 // merge: all clouds become the first one; colours stay where all clouds have them
@@ -117,7 +105,7 @@ bool merge(PointDocument& document, std::span<const double>) {
     if (first == nullptr) {
       first = data;
     } else {
-      append(first->cloud(), data->cloud());
+      if (!first->cloud().append(data->cloud())) return false;
       document.remove(object);
     }
   }

@@ -21,12 +21,11 @@ constexpr size_t kBlock = size_t{1} << 18;
 
 // After the first block the length of a line is known, and with it how many points will come.
 void reserveFor(PointCloud& cloud, size_t parsed, int64_t fileSize) {
-  if (parsed == 0 || cloud.size() == 0) return;
+  if (parsed == 0 || cloud.count() == 0) return;
   const double share = static_cast<double>(fileSize) / static_cast<double>(parsed);
-  const double points = static_cast<double>(cloud.size()) * share * 1.02 + 16;
-  if (points > static_cast<double>(PointTextParser::kMostPoints)) return;
-  cloud.positions.reserve(static_cast<size_t>(points));
-  if (cloud.hasColors()) cloud.colors.reserve(static_cast<size_t>(points));
+  const double points = cloud.count() * share * 1.02 + 16;
+  if (points > PointCloud::kMostPoints) return;
+  cloud.reserve(static_cast<int32_t>(points));
 }
 
 bool readText(const OroPath& path, PointCloud& cloud) {
@@ -71,12 +70,17 @@ bool PointOpener::open(const OroPath& path, IOroOpenOptions*, int32_t) {
     reportPoints(1, "The type of the file %1 is not known", oroShownPath(path));
     return false;
   }
+  if (!PointCloud::canBeMade()) {
+    reportPoints(1, "There is no memory manager for the points of the file %1", oroShownPath(path));
+    return false;
+  }
   try {
-    PointCloud cloud;
-    if (!readText(path, cloud)) return false;
-    if (cloud.size() == 0) reportPoints(0, "The file %1 holds no points", oroShownPath(path));
-    document->add(new PointObject(path.fileName(false), PointCloudData::classId(),
-                                  new PointCloudData(std::move(cloud))));
+    const IPtr<PointCloudData> data(new PointCloudData);
+    if (!readText(path, data->cloud())) return false;
+    if (data->cloud().count() == 0) {
+      reportPoints(0, "The file %1 holds no points", oroShownPath(path));
+    }
+    document->add(new PointObject(path.fileName(false), PointCloudData::classId(), data.get()));
     return true;
   } catch (const std::bad_alloc&) {
     reportPoints(1, "There is not enough memory to read the file %1", oroShownPath(path));

@@ -2,9 +2,11 @@
 
 #include "components/kit/orocomponentrecord.h"
 #include "components/points/pointapplication.h"
+#include "components/points/pointarrayfactory.h"
 #include "components/points/pointcommandaccess.h"
 #include "components/points/pointcommands.h"
 #include "components/points/pointdocument.h"
+#include "components/points/pointextrainfo.h"
 #include "components/points/pointfiletypes.h"
 #include "components/points/pointopener.h"
 #include "components/points/pointprimitives.h"
@@ -53,6 +55,14 @@ constexpr OroClassEntry kClasses[] = {
      PointApplication::className(),
      OroSharing::shared,
      oroMake<PointApplication>},
+    {{0x51F0C9D6, 0x7B3E, 0x4E82, {0xB1, 0x4D, 0x2A, 0x96, 0xC7, 0x05, 0xE8, 0x3F}},
+     PointExtraInfo::className(),
+     OroSharing::eachNew,
+     oroMake<PointExtraInfo>},
+    {{0xA7D2583B, 0x0C64, 0x49F1, {0x86, 0xEA, 0x73, 0x1F, 0xB9, 0x50, 0x2D, 0xC4}},
+     PointArrayFactory::className(),
+     OroSharing::shared,
+     oroMake<PointArrayFactory>},
 };
 
 }  // namespace

@@ -43,13 +43,12 @@ char* PointTextFormatter::real(char* out, double value) const {
   return out + decimals_ + 1;
 }
 
-char* PointTextFormatter::line(char* out, const PointPosition& position,
-                               const PointColor* color) const {
-  out = real(out, position.x);
+char* PointTextFormatter::line(char* out, const double* position, const PointColor* color) const {
+  out = real(out, position[0]);
   *out++ = ' ';
-  out = real(out, position.y);
+  out = real(out, position[1]);
   *out++ = ' ';
-  out = real(out, position.z);
+  out = real(out, position[2]);
   if (color != nullptr) {
     for (uint8_t channel : {color->red, color->green, color->blue}) {
       *out++ = ' ';

@@ -17,9 +17,9 @@ class PointTextFormatter {
   // `decimals` from 0 to 15, or PointCloud::kShortest.
   explicit PointTextFormatter(int decimals);
 
-  // Writes one line with its line feed and gives the end. Requires: kLineRoom bytes at `out`.
-  // `color` may be null.
-  char* line(char* out, const PointPosition& position, const PointColor* color) const;
+  // Writes the line of three coordinates with its line feed and gives the end. Requires: kLineRoom
+  // bytes at `out`. `color` may be null.
+  char* line(char* out, const double* position, const PointColor* color) const;
 
  private:
   char* real(char* out, double value) const;

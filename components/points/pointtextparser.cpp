@@ -11,6 +11,7 @@ namespace {
 // The way a file writes its numbers shows in its first points; the rest need not be looked at.
 constexpr size_t kDecimalsSample = 3000;
 constexpr int kMostDecimals = 15;
+constexpr char kTooMany[] = "the file holds too many points";
 
 bool isBlank(char c) { return c == ' ' || c == '\t'; }
 
@@ -72,6 +73,7 @@ bool PointTextParser::feed(const char* text, size_t size) {
 
 bool PointTextParser::finish() {
   if (problem_ == nullptr) parseLines(rest_.data(), rest_.data() + rest_.size());
+  if (!handOver() && problem_ == nullptr) fail(kTooMany);
   if (!decimalsFixed_ || decimalsSeen_ == 0) cloud_.decimals = PointCloud::kShortest;
   return problem_ == nullptr;
 }
@@ -106,16 +108,15 @@ bool PointTextParser::parsePoint(const char*& at, const char* end) {
     if (!parseReal(at, end, values[i])) return fail("a coordinate is no number");
     if (decimalsSeen_ < kDecimalsSample) noteDecimals(number, at);
   }
-  const PointPosition position{values[0], values[1], values[2]};
   const char* const behind = at;
   const bool separated = skipSeparator(at, end);
   if (isOver(at, end)) {
     if (!isOver(skipBlanks(behind, end), end)) return fail("a separator has nothing behind it");
-    return append(position, nullptr);
+    return append(values, nullptr);
   }
   if (!separated) return fail("a coordinate is no number");
   PointColor color;
-  return parseColor(at, end, color) && append(position, &color);
+  return parseColor(at, end, color) && append(values, &color);
 }
 
 bool PointTextParser::parseColor(const char*& at, const char* end, PointColor& color) {
@@ -132,15 +133,23 @@ bool PointTextParser::parseColor(const char*& at, const char* end, PointColor& c
   return isOver(at, end) || fail("there is more behind the colour");
 }
 
-bool PointTextParser::append(const PointPosition& position, const PointColor* color) {
-  const size_t count = cloud_.positions.size();
-  if (count >= kMostPoints) return fail("the file holds too many points");
-  if (count > 0 && cloud_.hasColors() != (color != nullptr)) {
+bool PointTextParser::append(const double* position, const PointColor* color) {
+  if (isFirst_) hasColors_ = color != nullptr;
+  isFirst_ = false;
+  if (hasColors_ != (color != nullptr)) {
     return fail("some points have a colour and some have none");
   }
-  cloud_.positions.push_back(position);
-  if (color != nullptr) cloud_.colors.push_back(*color);
+  if (gathered_ == kGathered && !handOver()) return fail(kTooMany);
+  std::copy_n(position, 3, positions_ + 3 * gathered_);
+  if (color != nullptr) colors_[gathered_] = *color;
+  ++gathered_;
   return true;
+}
+
+bool PointTextParser::handOver() {
+  const int32_t count = gathered_;
+  gathered_ = 0;
+  return cloud_.add(positions_, hasColors_ ? colors_ : nullptr, count);
 }
 
 void PointTextParser::noteDecimals(const char* text, const char* end) {

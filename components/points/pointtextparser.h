@@ -22,9 +22,6 @@ class PointTextParser {
  public:
   // A longer line is no point: the whole of a binary file must not be gathered as one.
   static constexpr size_t kLongestLine = 4096;
-  // The containers of the system count points in signed 32 bits.
-  static constexpr size_t kMostPoints = 0x7FFFFFFF;
-
   explicit PointTextParser(PointCloud& cloud) : cloud_(cloud) {}
 
   // False once a line was bad; further text is then ignored.
@@ -40,12 +37,20 @@ class PointTextParser {
   bool parseLines(const char* at, const char* end);
   bool parsePoint(const char*& at, const char* end);
   bool parseColor(const char*& at, const char* end, PointColor& color);
-  bool append(const PointPosition& position, const PointColor* color);
+  bool append(const double* position, const PointColor* color);
+  bool handOver();  // what was gathered
   void noteDecimals(const char* text, const char* end);
   bool failLong();  // for a line whose end is not in sight
   bool fail(const char* problem);
 
+  static constexpr int32_t kGathered = 256;
+
   PointCloud& cloud_;
+  double positions_[3 * kGathered];  // points that the cloud has not got yet
+  PointColor colors_[kGathered];
+  int32_t gathered_ = 0;
+  bool isFirst_ = true;            // no point was seen
+  bool hasColors_ = false;         // as the first point
   std::string rest_;               // the beginning of a line whose end has not been fed yet
   int64_t line_ = 0;               // lines seen
   size_t decimalsSeen_ = 0;        // coordinates that decimals_ was taken from

@@ -24,7 +24,7 @@ class LineBlock {
  public:
   explicit LineBlock(OroWholeFile& file) : file_(file) {}
 
-  bool add(const PointTextFormatter& form, const PointPosition& position, const PointColor* color) {
+  bool add(const PointTextFormatter& form, const double* position, const PointColor* color) {
     end_ = form.line(end_, position, color);
     return end_ <= bytes_.get() + kBlock - PointTextFormatter::kLineRoom || flush();
   }
@@ -40,28 +40,53 @@ class LineBlock {
   char* end_ = bytes_.get();
 };
 
-bool writeClouds(const std::vector<PointCloud*>& clouds, OroWholeFile& file) {
-  constexpr size_t kReportEvery = 8192;
-  size_t whole = 0;
+// A piece of a cloud at a time, so that its blocks are looked at once.
+class CloudLines {
+ public:
+  CloudLines(const PointCloud& cloud, bool withColors)
+      : cloud_(cloud), form_(pointDecimals(cloud.decimals)), withColors_(withColors) {}
+
+  static constexpr int32_t kPiece = 4096;
+
+  // The points from `first` on.
+  bool write(int32_t first, int32_t count, LineBlock& lines) {
+    cloud_.positions(first, count, positions_.get());
+    if (withColors_) cloud_.colors(first, count, colors_.get());
+    for (int32_t i = 0; i < count; ++i) {
+      const PointColor* const color = withColors_ ? &colors_[static_cast<size_t>(i)] : nullptr;
+      if (!lines.add(form_, positions_.get() + int64_t{3} * i, color)) return false;
+    }
+    return true;
+  }
+
+ private:
+  const PointCloud& cloud_;
+  const PointTextFormatter form_;
+  const bool withColors_;
+  std::unique_ptr<double[]> positions_ = std::make_unique_for_overwrite<double[]>(3 * kPiece);
+  std::unique_ptr<PointColor[]> colors_ = std::make_unique<PointColor[]>(kPiece);
+};
+
+bool writeClouds(const std::vector<const PointCloud*>& clouds, OroWholeFile& file) {
+  int64_t whole = 0;
   bool colors = true;
   for (const PointCloud* cloud : clouds) {
-    whole += cloud->size();
-    colors = colors && (cloud->hasColors() || cloud->size() == 0);
+    whole += cloud->count();
+    colors = colors && (cloud->hasColors() || cloud->count() == 0);
   }
   PointProgress progress("Writing points");
   LineBlock lines(file);
-  size_t done = 0;
+  int64_t done = 0;
   for (const PointCloud* cloud : clouds) {
-    const PointTextFormatter form(pointDecimals(cloud->decimals));
-    for (size_t i = 0; i < cloud->size(); ++i) {
-      const PointColor* color = colors ? &cloud->colors[i] : nullptr;
-      if (!lines.add(form, cloud->positions[i], color)) return false;
-      if (++done % kReportEvery == 0) {
-        progress.update(static_cast<int64_t>(done), static_cast<int64_t>(whole));
-      }
+    CloudLines cloudLines(*cloud, colors);
+    for (int32_t first = 1; first <= cloud->count(); first += CloudLines::kPiece) {
+      const int32_t count = std::min(CloudLines::kPiece, cloud->count() - first + 1);
+      if (!cloudLines.write(first, count, lines)) return false;
+      done += count;
+      progress.update(done, whole);
     }
   }
-  progress.update(static_cast<int64_t>(whole), static_cast<int64_t>(whole));
+  progress.update(whole, whole);
   return lines.flush() && file.commit();
 }
 
@@ -86,7 +111,7 @@ void PointWriter::addObject(IOroDocObject* object) {
 }
 
 bool PointWriter::write(const OroPath& path) {
-  std::vector<PointCloud*> clouds;
+  std::vector<const PointCloud*> clouds;
   for (const IPtr<IOroDocObject>& object : objects_) {
     clouds.push_back(&pointsOf(object.get())->cloud());
   }

@@ -21,7 +21,7 @@
 #include "interfaces/IOroErrorListener.h"
 #include "orobasictypes/oropath.h"
 #include "services/errorservice.h"
-#include "tests/support/fakebroker.h"
+#include "tests/support/countingmanager.h"
 #include "tests/tempfolder.h"
 
 namespace {
@@ -75,7 +75,8 @@ class PointDocumentTest : public testing::Test {
   }
 
   tests::TempFolder folder_;
-  tests::FakeBroker broker_;
+  tests::ManagedMemory memory_;
+  tests::FakeBroker& broker_ = memory_.broker;
   IPtr<RecordingListener> listener_{new RecordingListener};
   IPtr<ErrorService> errors_{new ErrorService(false, [](int) { std::_Exit(3); })};
   IPtr<PointDocument> document_{new PointDocument};
@@ -133,6 +134,26 @@ TEST_F(PointDocumentTest, AMissingFileAFolderAndAnUnknownTypeAreErrors) {
   ASSERT_EQ(listener_->texts.size(), 4u);
   EXPECT_NE(listener_->texts[0].find("Cannot open the file"), std::string::npos);
   EXPECT_NE(listener_->texts[2].find("type of the file"), std::string::npos);
+}
+
+// In a broker of its own, which offers no memory manager.
+TEST(PointDocumentWithoutMemory, ReportsThatNoPointsCanBeHeld) {
+  const tests::TempFolder folder;
+  tests::FakeBroker broker;
+  testaccess::resetArrayManager();
+  IPtr<RecordingListener> listener(new RecordingListener);
+  IPtr<ErrorService> errors(new ErrorService(false, [](int) { std::_Exit(3); }));
+  IPtr<PointDocument> document(new PointDocument);
+  errors->addListener(listener.get());
+  broker.registerService(KelCString::borrow("IOroDoc"), document.get());
+  broker.registerService(KelCString::borrow("IOroErrorService"), errors.get());
+  folder.write("in.xyz", "1 2 3\n");
+  const OroPath path{OroString(folder.file("in.xyz").u16string().c_str())};
+  EXPECT_FALSE(IPtr<PointOpener>(new PointOpener)->open(path, nullptr, 1));
+  ASSERT_EQ(listener->texts.size(), 1u);
+  EXPECT_NE(listener->texts[0].find("There is no memory manager for the points of the file"),
+            std::string::npos);
+  EXPECT_TRUE(document->objects().empty());
 }
 
 TEST_F(PointDocumentTest, AnEmptyFileIsAWarning) {

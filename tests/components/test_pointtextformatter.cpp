@@ -9,13 +9,16 @@
 #include <string>
 
 #include "components/points/pointtextparser.h"
+#include "tests/components/pointclouds.h"
+#include "tests/support/countingmanager.h"
 
 namespace {
 
-std::string line(int decimals, const PointPosition& position, const PointColor* color = nullptr) {
+std::string line(int decimals, const OroVector& position, const PointColor* color = nullptr) {
   char out[PointTextFormatter::kLineRoom];
   const PointTextFormatter form(decimals);
-  return std::string(out, form.line(out, position, color));
+  const double xyz[3] = {position.x, position.y, position.z};
+  return std::string(out, form.line(out, xyz, color));
 }
 
 TEST(PointTextFormatter, KeepsTheNumberOfDecimals) {
@@ -44,7 +47,7 @@ bool sameBits(double a, double b) {
 TEST(PointTextFormatter, EveryCoordinateReadsBackAsTheSameDouble) {
   std::mt19937_64 random(2);
   std::string text;
-  std::vector<PointPosition> written;
+  std::vector<OroVector> written;
   for (int i = 0; i < 30000; ++i) {
     double values[3];
     for (double& value : values) {
@@ -53,23 +56,25 @@ TEST(PointTextFormatter, EveryCoordinateReadsBackAsTheSameDouble) {
                            : static_cast<double>(static_cast<int64_t>(random() % 2000000000)) / 100;
       } while (!(value - value == 0));
     }
-    written.push_back({values[0], values[1], values[2]});
+    written.emplace_back(values[0], values[1], values[2]);
     text += line(i % 18 - 1, written.back());
   }
   const double least = std::numeric_limits<double>::denorm_min();
   const double most = std::numeric_limits<double>::max();
-  written.push_back({least, most, -most});
+  written.emplace_back(least, most, -most);
   text += line(2, written.back());
 
+  const tests::ManagedMemory memory;
   PointCloud cloud;
   PointTextParser parser(cloud);
   ASSERT_TRUE(parser.feed(text.data(), text.size()));
   ASSERT_TRUE(parser.finish());
-  ASSERT_EQ(cloud.size(), written.size());
+  const std::vector<OroVector> read = tests::positionsOf(cloud);
+  ASSERT_EQ(read.size(), written.size());
   for (size_t i = 0; i < written.size(); ++i) {
-    ASSERT_TRUE(sameBits(cloud.positions[i].x, written[i].x)) << i;
-    ASSERT_TRUE(sameBits(cloud.positions[i].y, written[i].y)) << i;
-    ASSERT_TRUE(sameBits(cloud.positions[i].z, written[i].z)) << i;
+    ASSERT_TRUE(sameBits(read[i].x, written[i].x)) << i;
+    ASSERT_TRUE(sameBits(read[i].y, written[i].y)) << i;
+    ASSERT_TRUE(sameBits(read[i].z, written[i].z)) << i;
   }
 }
 

@@ -52,6 +52,7 @@ LAYERS = [
     ("components/memorymanager/", KIT + ["components/memorymanager/"]),
     ("components/points/", KIT + ["components/points/"]),
     ("components/pythonscript/", KIT + ["components/pythonscript/"]),
+    ("components/random/", KIT + ["components/random/"]),
     ("components/xmldom/", KIT + ["components/xmldom/"]),
     ("tests/", [""]),
     ("bench/", [""]),
