@@ -19,7 +19,7 @@
 #include "components/points/pointtextformatter.h"
 #include "orobasictypes/oropath.h"
 #include "platform/files.h"
-#include "tests/support/fakebroker.h"
+#include "tests/support/countingmanager.h"
 #include "tests/tempfolder.h"
 #include "tests/testpaths.h"
 #include "tools/samplepoints.h"
@@ -43,12 +43,12 @@ const char* take(const char* at, const char* end, Number& number) {
 size_t readBare(const std::u16string& path) {
   platform::MappedFile file;
   if (!file.open(path)) return 0;
-  std::vector<PointPosition> positions;
+  std::vector<OroVector> positions;
   std::vector<PointColor> colors;
   const char* at = file.data();
   const char* const end = at + file.size();
   while (end - at > 1) {
-    PointPosition p;
+    OroVector p;
     PointColor c;
     at = take(take(take(at, end, p.x), end, p.y), end, p.z);
     at = take(take(take(at, end, c.red), end, c.green), end, c.blue);
@@ -70,10 +70,11 @@ void run(const std::string& program) {
 }
 
 void compareReading(bench::Ratios& ratios, const std::filesystem::path& file) {
-  tests::FakeBroker broker;
+  tests::ManagedMemory memory;
+  memory.manager->logs = false;
   IPtr<PointDocument> document(new PointDocument);
   IPtr<PointOpener> opener(new PointOpener);
-  broker.registerService(KelCString::borrow("IOroDoc"), document.get());
+  memory.broker.registerService(KelCString::borrow("IOroDoc"), document.get());
   const OroPath path{OroString(file.u16string().c_str())};
   ratios.compare(
       "open a text point file of 110,000 points", "from_chars over a mapped file", 1.3,
@@ -85,21 +86,21 @@ void compareReading(bench::Ratios& ratios, const std::filesystem::path& file) {
 }
 
 void compareWriting(bench::Ratios& ratios) {
-  std::vector<PointPosition> positions;
-  for (int i = 0; i < 1000; ++i) positions.push_back({637177.98 + i, 849393.95 - i, 411.19});
+  std::vector<OroVector> positions;
+  for (int i = 0; i < 1000; ++i) positions.emplace_back(637177.98 + i, 849393.95 - i, 411.19);
   const PointTextFormatter form(2);
   std::vector<char> out(positions.size() * PointTextFormatter::kLineRoom);
   ratios.compare(
       "write 1,000 points as text", "to_chars with a fixed precision", 0,
       [&] {
         char* at = out.data();
-        for (const PointPosition& p : positions) at = form.line(at, p, nullptr);
+        for (const OroVector& p : positions) at = form.line(at, &p.x, nullptr);
         benchmark::DoNotOptimize(at);
       },
       [&] {
         char* at = out.data();
         char* const end = at + out.size();
-        for (const PointPosition& p : positions) {
+        for (const OroVector& p : positions) {
           for (const double value : {p.x, p.y, p.z}) {
             at = std::to_chars(at, end, value, std::chars_format::fixed, 2).ptr;
             *at++ = ' ';
