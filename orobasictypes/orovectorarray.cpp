@@ -45,11 +45,13 @@ bool OroVectorArray::Materialize() {
 }
 
 int32_t OroVectorArray::Add(const OroVector& point) {
+  if (count_ == INT32_MAX) return 0;
   const OroVector added = point;  // it may be one of this array's
   ++count_;
   while (count_ >= points_.Size()) {
-    const int64_t twice = std::clamp<int64_t>(int64_t{points_.Size()} * 2, leastRoom, mostPoints);
-    if (!Reserve(static_cast<int32_t>(twice)) || twice <= count_) {
+    const int32_t room = points_.Size();
+    const int64_t twice = std::clamp<int64_t>(int64_t{room} * 2, leastRoom, mostPoints);
+    if (!Reserve(static_cast<int32_t>(twice)) || points_.Size() == room) {
       --count_;
       return 0;
     }
@@ -114,7 +116,8 @@ bool OroVectorArray::Remove(int32_t i) {
 }
 
 bool OroVectorArray::RemoveLast(int32_t n) {
-  count_ -= std::min(n, count_);
+  const int64_t left = int64_t{count_} - std::min(n, count_);
+  count_ = static_cast<int32_t>(std::min<int64_t>(left, INT32_MAX));
   return true;
 }
 

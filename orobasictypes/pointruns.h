@@ -60,19 +60,13 @@ void forEach(const RealPArray& array, const Visit& visit) {
 // The stretches of set bits among 1 to `last`: visit(first, size).
 template <class Visit>
 void forEachStretch(const BitVector& mask, int32_t last, const Visit& visit) {
-  const auto limit = static_cast<uint32_t>(std::max(last, 0));
-  int32_t first = 1;
-  int32_t size = 0;
-  mask.ForEachSet([&](int32_t b) {
-    if (static_cast<uint32_t>(b) - 1 >= limit) return;
-    if (b != first + size) {
-      if (size > 0) visit(first, size);
-      first = b;
-      size = 0;
-    }
-    ++size;
-  });
-  if (size > 0) visit(first, size);
+  for (int32_t first = mask.NextSet(0); first > 0 && first <= last;) {
+    const int32_t clear = mask.NextClear(first);
+    const int32_t end = std::min(clear < 0 ? mask.MaximumBit() : clear - 1, last);
+    visit(first, end - first + 1);
+    if (clear < 0) return;
+    first = mask.NextSet(clear);
+  }
 }
 
 // The points that the mask has, of the first `count`.

@@ -1,5 +1,7 @@
 #include "orobasictypes/realparray.h"
 
+#include <emmintrin.h>
+
 #include <algorithm>
 #include <utility>
 
@@ -37,6 +39,55 @@ void beginBox(int32_t count, OroVector& min, OroVector& max) {
   max = OroVector(0 - edge, 0 - edge, 0 - edge);
 }
 
+// Whether the points that the mask has come in long stretches, so that these are worth finding. Of
+// a count that is not known none is kept: others may read the mask as well.
+bool isDense(const BitVector& mask, int32_t count) {
+  const int32_t known = mask.KnownCount();
+  return (known >= 0 ? known : mask.CountAfter(0)) >= int64_t{count} * 7 / 8;
+}
+
+// The box of points that come one by one, in registers. The minimum keeps its second operand where
+// the first is not a number or equal.
+class GrowingBox {
+ public:
+  GrowingBox(const OroVector& min, const OroVector& max)
+      : lowXY_(_mm_loadu_pd(&min.x)),
+        lowZ_(_mm_load_sd(&min.z)),
+        highXY_(_mm_loadu_pd(&max.x)),
+        highZ_(_mm_load_sd(&max.z)) {}
+
+  [[gnu::always_inline]] void add(const OroVector& point) {
+    const __m128d xy = _mm_loadu_pd(&point.x);
+    const __m128d z = _mm_load_sd(&point.z);
+    lowXY_ = _mm_min_pd(xy, lowXY_);
+    highXY_ = _mm_max_pd(xy, highXY_);
+    lowZ_ = _mm_min_sd(z, lowZ_);
+    highZ_ = _mm_max_sd(z, highZ_);
+  }
+  void get(OroVector& min, OroVector& max) const {
+    _mm_storeu_pd(&min.x, lowXY_);
+    _mm_store_sd(&min.z, lowZ_);
+    _mm_storeu_pd(&max.x, highXY_);
+    _mm_store_sd(&max.z, highZ_);
+  }
+
+ private:
+  __m128d lowXY_, lowZ_, highXY_, highZ_;
+};
+
+void widenBySingle(const OroMM::VectorArray& points, const BitVector& mask, int32_t count,
+                   OroVector& min, OroVector& max) {
+  const OroVector origin;
+  const auto limit = static_cast<uint32_t>(count);
+  GrowingBox box(min, max);
+  mask.ForEachSet([&](int32_t b) __attribute__((always_inline)) {
+    if (static_cast<uint32_t>(b) - 1 >= limit) return;
+    const OroVector* const point = pointruns::at(points, b);
+    box.add(point != nullptr ? *point : origin);
+  });
+  box.get(min, max);
+}
+
 // What a matrix does to points that lie in one piece.
 class PointChange {
  public:
@@ -62,6 +113,28 @@ void changeBlocks(OroMM::VectorArray& points, int32_t count, const PointChange& 
     if (run == nullptr && (staysAbsent || first >= points.Size())) return;
     change(&points.At(first), size);
   });
+}
+
+// Moves single points down to the places from 1 on; returns how many.
+int32_t moveSingle(OroMM::VectorArray& points, const BitVector& mask, int32_t last) {
+  constexpr int32_t inBlock = OroMM::VectorArray::mask;
+  const auto limit = static_cast<uint32_t>(std::max(last, 0));
+  const OroVector origin;
+  int32_t kept = 0;
+  OroVector* target = nullptr;  // the block that place `kept` + 1 lies in, where it exists
+  mask.ForEachSet([&](int32_t b) __attribute__((always_inline)) {
+    if (static_cast<uint32_t>(b) - 1 >= limit) return;
+    const OroVector* const source = pointruns::at(points, b);
+    const OroVector& point = source != nullptr ? *source : origin;
+    const int32_t to = ++kept;
+    if (target == nullptr || (to & inBlock) == 0) {
+      points.Set(to, point);
+      target = points.Block(to >> OroMM::VectorArray::shift);
+    } else {
+      target[to & inBlock] = point;
+    }
+  });
+  return kept;
 }
 
 // Moves a stretch of points down, block by block. An absent block stays so while origins come.
@@ -234,6 +307,10 @@ void RealPArray::GetBounds(OroVector& min, OroVector& max, const BitVector& mask
   const PointKernels& kernels = pointKernels();
   const int32_t count = GetCount();
   beginBox(count, min, max);
+  const OroMM::VectorArray* const points = Blocks();
+  if (points != nullptr && !isDense(mask, count)) {
+    return widenBySingle(*points, mask, count, min, max);
+  }
   const OroVector origin;
   pointruns::forEachMasked(*this, mask, count, [&](const OroVector* run, int32_t, int32_t size) {
     kernels.widen(run != nullptr ? run : &origin, run != nullptr ? size : 1, min, max);
@@ -264,7 +341,10 @@ void RealPArray::Transform(const OroMatrix& matrix) {
 void RealPArray::Compress(const BitVector& mask) {
   const int32_t count = GetCount();
   int32_t kept = 0;
-  if (OroMM::VectorArray* const points = blocks()) {
+  OroMM::VectorArray* const points = blocks();
+  if (points != nullptr && !isDense(mask, count)) {
+    kept = moveSingle(*points, mask, count - 1);
+  } else if (points != nullptr) {
     pointruns::forEachStretch(mask, count - 1, [&](int32_t first, int32_t size) {
       if (first != kept + 1) moveDown(*points, first, kept + 1, size);
       kept += size;

@@ -254,7 +254,8 @@ bool RealPArray::WriteColors(BinOutput& output, int32_t lastIndex,
   const int32_t count = skips ? countKept(*skipMask, limit) : limit;
   if (!output.Write(&count, 1)) return false;
   const bool isPacked = (flags & kPacked) != 0;
-  if (isPacked && !skips) return output.Write(extra_->GetPackedArray(), limit) && output.IsGood();
+  const uint32_t* const whole = isPacked && !skips ? extra_->GetPackedArray() : nullptr;
+  if (whole != nullptr) return output.Write(whole, limit) && output.IsGood();
   const BitVector& skipped = skips ? *skipMask : BitVector::Empty();
   return forEachKept(skipped, limit,
                      [&](int32_t i) {
