@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
-#include <regex>
 #include <string>
 #include <vector>
 
@@ -135,20 +134,30 @@ TEST_F(CowlinfoRun, ADamagedSettingsDocumentOrJournalIsSaid) {
   EXPECT_THAT(result.errors, HasSubstr("b.iniml.changes cannot be merged"));
 }
 
+// "{...}" as "{}" and "in 1.2 ms" as "in ms".
+std::string withoutIdsAndTimes(const std::string& text) {
+  std::string out;
+  for (size_t at = 0; at < text.size(); ++at) {
+    const bool inTime =
+        text.compare(at, 3, "in ") == 0 && text.find(" ms\n", at) == text.find('\n', at) - 3;
+    out += text[at];
+    if (text[at] == '{') at = text.find('}', at) - 1;
+    if (inTime) {
+      out += "n ms";
+      at = text.find(" ms\n", at) + 2;
+    }
+  }
+  return out;
+}
+
 TEST_F(CowlinfoRun, TheDescriptionOfTheProductIsAllRight) {
   const ChildResult result = run({(tests::stageDir() / "cowl.description").string()});
   EXPECT_EQ(result.exitCode, 0) << result.errors;
   EXPECT_EQ(result.errors, "");
-  EXPECT_TRUE(std::regex_search(
-      result.output,
-      std::regex(
-          "\n  component points \"Point documents\" \\{[-0-9A-F]+\\}: loaded in [0-9.]+ ms\n")))
-      << result.output;
-  EXPECT_THAT(result.output, HasSubstr(": built in\n"));
-  EXPECT_TRUE(std::regex_search(
-      result.output,
-      std::regex("\n    class PointDocument \\{[-0-9A-F]+\\}, shared\n      interface IOroDoc\n")))
-      << result.output;
+  const std::string text = withoutIdsAndTimes(result.output);
+  EXPECT_THAT(text, HasSubstr("\n  component points \"Point documents\" {}: loaded in ms\n"));
+  EXPECT_THAT(text, HasSubstr("{}: built in\n"));
+  EXPECT_THAT(text, HasSubstr("\n    class PointDocument {}, shared\n      interface IOroDoc\n"));
 }
 
 TEST_F(CowlinfoRun, EachThingThatIsWrongWithADescriptionIsSaid) {

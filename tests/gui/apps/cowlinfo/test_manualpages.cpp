@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <fstream>
 #include <iterator>
-#include <regex>
 #include <set>
 #include <string>
 #include <vector>
@@ -25,12 +24,26 @@ std::string textOf(const char* file) {
   return text;
 }
 
-// What looks like an option.
+bool isNameUnit(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_'; }
+
+// The option that begins here: "-name", "--name", either with "=" behind it, or "/?"; else empty.
+std::string optionAt(const std::string& text, size_t at) {
+  if (text.compare(at, 2, "/?") == 0) return "/?";
+  size_t end = at;
+  while (end < text.size() && end < at + 2 && text[end] == '-') ++end;
+  const size_t name = end;
+  while (end < text.size() && isNameUnit(text[end])) ++end;
+  if (name == at || end == name) return {};
+  return text.substr(at, end - at) + (end < text.size() && text[end] == '=' ? "=" : "");
+}
+
+// What looks like an option and stands by itself.
 std::set<std::string> optionsIn(const std::string& text) {
-  static const std::regex option("(^|[\\s\"'(|])(--?[A-Za-z_]+=?|/\\?)");
   std::set<std::string> found;
-  for (std::sregex_iterator at(text.begin(), text.end(), option), end; at != end; ++at) {
-    found.insert((*at)[2]);
+  for (size_t at = 0; at < text.size(); ++at) {
+    const bool apart = at == 0 || std::string(" \n\t\"'(|").find(text[at - 1]) != std::string::npos;
+    const std::string option = apart ? optionAt(text, at) : std::string();
+    if (!option.empty()) found.insert(option);
   }
   return found;
 }
