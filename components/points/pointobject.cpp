@@ -1,5 +1,8 @@
 #include "components/points/pointobject.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "components/points/pointclouddata.h"
 #include "components/points/pointdocument.h"
 #include "orobasictypes/orostringarray.h"
@@ -14,8 +17,10 @@ bool PointObject::pointBounds(double* minimum, double* maximum) {
   OroVector low;
   OroVector high;
   pointsOf(this)->cloud().points().GetBounds(low, high);
-  minimum[0] = low.x, minimum[1] = low.y, minimum[2] = low.z;
-  maximum[0] = high.x, maximum[1] = high.y, maximum[2] = high.z;
+  const double lows[] = {low.x, low.y, low.z};
+  const double highs[] = {high.x, high.y, high.z};
+  std::copy(std::begin(lows), std::end(lows), minimum);
+  std::copy(std::begin(highs), std::end(highs), maximum);
   return true;
 }
 
