@@ -1,6 +1,8 @@
 #pragma once
 
-// The entries of a directory, one after the other in the system's order, without "." and "..".
+// The entries of a directory, one after the other in the system's order, without "." and "..", and
+// the removal of a directory with all that is in it. On Linux an entry with a "\" in its name is
+// passed over: no path leads to it.
 // An iterator keeps the directory open; one thread at a time.
 //
 //   for (platform::DirectoryIterator entry(path); entry.isPresent(); entry.next()) {
@@ -39,5 +41,11 @@ class DirectoryIterator {
   bool present_ = false;
   bool failed_ = false;
 };
+
+/// Removes the directory, everything in it first. A link is removed and what it leads to is left
+/// alone; so it is when the path itself is a link to a directory. False if anything stays, or if
+/// there is no such directory; what can be removed goes all the same. Trees of more than 1000
+/// levels, and on Windows links of a kind that the system does not tell, are not removed.
+bool removeTree(std::u16string_view path);
 
 }  // namespace platform

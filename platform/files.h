@@ -39,6 +39,10 @@ bool removeDirectory(std::u16string_view path);
 /// new file. Both lie on one volume.
 bool renameFile(std::u16string_view from, std::u16string_view to);
 
+/// Renames a file or a directory; false, too, if anything already has the new name. On Windows a
+/// file may go to another volume.
+bool renameToFreeName(std::u16string_view from, std::u16string_view to);
+
 /// A name beside the target that no file has and that no other call of any process gives.
 std::u16string temporaryNameBeside(std::u16string_view target);
 

@@ -75,6 +75,18 @@ bool renameFile(std::u16string_view from, std::u16string_view to) {
   return rename(toSystemPath(from).c_str(), toSystemPath(to).c_str()) == 0;
 }
 
+bool renameToFreeName(std::u16string_view from, std::u16string_view to) {
+  const std::string source = toSystemPath(from);
+  const std::string target = toSystemPath(to);
+  if (renameat2(AT_FDCWD, source.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0) {
+    return true;
+  }
+  if (errno != EINVAL && errno != ENOSYS) return false;
+  // A file system or kernel that cannot look and rename in one step.
+  struct stat what = {};
+  return lstat(target.c_str(), &what) != 0 && rename(source.c_str(), target.c_str()) == 0;
+}
+
 std::int64_t fileSize(std::u16string_view path) {
   struct stat what = {};
   return statOf(path, what) && S_ISREG(what.st_mode) ? what.st_size : -1;

@@ -10,6 +10,18 @@ DWORD attributesOf(std::u16string_view path) {
   return GetFileAttributesW(toWidePath(path).c_str());
 }
 
+// Wine tells no kind of a link, and removes what it leads to in its place.
+bool isLinkOfUnknownKind(std::u16string_view path) {
+  const DWORD attributes = attributesOf(path);
+  if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) {
+    return false;
+  }
+  WIN32_FIND_DATAW found = {};
+  const HANDLE search = FindFirstFileW(toWidePath(path).c_str(), &found);
+  if (search != INVALID_HANDLE_VALUE) FindClose(search);
+  return found.dwReserved0 == 0;
+}
+
 struct OpenHandle {
   HANDLE handle;
   explicit OpenHandle(HANDLE opened) : handle(opened) {}
@@ -58,12 +70,16 @@ std::FILE* openFile(std::u16string_view path, const char* mode) {
 bool removeFile(std::u16string_view path) { return DeleteFileW(toWidePath(path).c_str()) != 0; }
 
 bool removeDirectory(std::u16string_view path) {
-  return RemoveDirectoryW(toWidePath(path).c_str()) != 0;
+  return !isLinkOfUnknownKind(path) && RemoveDirectoryW(toWidePath(path).c_str()) != 0;
 }
 
 bool renameFile(std::u16string_view from, std::u16string_view to) {
   return MoveFileExW(toWidePath(from).c_str(), toWidePath(to).c_str(),
                      MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
+}
+
+bool renameToFreeName(std::u16string_view from, std::u16string_view to) {
+  return MoveFileExW(toWidePath(from).c_str(), toWidePath(to).c_str(), MOVEFILE_COPY_ALLOWED) != 0;
 }
 
 std::int64_t fileSize(std::u16string_view path) {

@@ -6,6 +6,7 @@
 #include <map>
 #include <string>
 
+#include "tests/blackbox/directorylink.h"
 #include "tests/platform/textof.h"
 #include "tests/tempfolder.h"
 
@@ -62,6 +63,25 @@ TEST_F(Directories, WhatIsNoDirectoryFails) {
     EXPECT_FALSE(entry.isPresent());
     EXPECT_TRUE(entry.failed());
   }
+}
+
+TEST_F(Directories, ALinkIsNoDirectoryThoughItLeadsToOne) {
+  folder_.write("target/file", "x");
+  std::filesystem::create_directory(folder_.file("d"));
+  const tests::DirectoryLink link(folder_.file("target"), folder_.file("d/link"));
+  ASSERT_TRUE(link.isThere());
+  EXPECT_EQ(entriesOf(text("d")), (Entries{{u"link", EntryKind::link}}));
+}
+
+TEST_F(Directories, ATreeIsRemovedWithAllThatIsInIt) {
+  folder_.write("d/file", "x");
+  folder_.write(std::filesystem::path(u"d/caf\u00E9/\u03B1\u65E5"), "x");
+  folder_.write("beside", "x");
+  EXPECT_TRUE(platform::removeTree(text("d") + u"\\"));
+  EXPECT_FALSE(platform::removeTree(text("d")));
+  EXPECT_FALSE(platform::removeTree(text("beside")));
+  EXPECT_FALSE(platform::removeTree(u""));
+  EXPECT_TRUE(std::filesystem::exists(folder_.file("beside")));
 }
 
 }  // namespace

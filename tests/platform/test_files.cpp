@@ -135,6 +135,20 @@ TEST_F(Files, FailedRenamingLeavesTheTarget) {
   EXPECT_EQ(folder_.read("old"), "old bytes");
 }
 
+TEST_F(Files, RenamingToAFreeNameReplacesNothing) {
+  folder_.write("new", "new");
+  folder_.write("old", "old");
+  std::filesystem::create_directory(folder_.file("d"));
+  EXPECT_FALSE(platform::renameToFreeName(text("new"), text("old")));
+  EXPECT_FALSE(platform::renameToFreeName(text("new"), text("d")));
+  EXPECT_FALSE(platform::renameToFreeName(text("missing"), text("free")));
+  EXPECT_EQ(folder_.read("old"), "old");
+  EXPECT_TRUE(platform::renameToFreeName(text("new"), text(strangeName)));
+  EXPECT_EQ(folder_.read(strangeName), "new");
+  EXPECT_TRUE(platform::renameToFreeName(text("d"), text("e")));
+  EXPECT_TRUE(std::filesystem::is_directory(folder_.file("e")));
+}
+
 TEST_F(Files, TemporaryNamesLieBesideTheTargetAndDiffer) {
   const std::u16string folder = tests::textOf(folder_.path()) + u"\\";
   std::set<std::u16string> names;

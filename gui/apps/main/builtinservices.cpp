@@ -4,6 +4,7 @@
 #include "framework/kelregistry.h"
 #include "gui/apps/main/appglobals.h"
 #include "interfaces/IBucketMemoryPool.h"
+#include "interfaces/IFileUtil.h"
 #include "interfaces/IHelpService.h"
 #include "interfaces/IImageStore.h"
 #include "interfaces/IOroCustomTranslatorRegistry.h"
@@ -20,6 +21,7 @@
 #include "orobasictypes/sptr.h"
 #include "platform/crash.h"
 #include "services/errorservice.h"
+#include "services/fileutil.h"
 #include "services/helpservice.h"
 #include "services/kelproductinfo.h"
 #include "services/networkservice.h"
@@ -60,6 +62,8 @@ IOroUnknown* heapMemoryUsage() {
   return usage;
 }
 
+IOroUnknown* makeFileUtil() { return new FileUtil(); }
+
 IOroUnknown* makeErrorService() {
   return new ErrorService(true,
                           reinterpret_cast<platform::CrashHandler>(oroAppGlobals().errorHandler));
@@ -84,6 +88,7 @@ constexpr BuiltInService kBuiltInServices[] = {
     {IHelpService::interfaceName(), helpService},
     {IBucketMemoryPool::interfaceName(), processPool},
     {IOroTranslator::interfaceName(), makeTranslator},
+    {IFileUtil::interfaceName(), makeFileUtil},
     {IOroHeapMemoryUsage::interfaceName(), heapMemoryUsage},
     {IOroErrorService::interfaceName(), makeErrorService},
     {IOroDirService::interfaceName(), makeDirService},

@@ -8,8 +8,10 @@
 namespace tests {
 namespace {
 
-// Quoted so that the usual splitting gives the argument back.
+// Quoted so that the usual splitting gives the argument back. Some of the system's programs split
+// in a way of their own and know their options without quotes alone.
 std::wstring quoted(const std::wstring& argument) {
+  if (!argument.empty() && argument.find_first_of(L" \t\"") == argument.npos) return argument;
   std::wstring out = L"\"";
   std::size_t backslashes = 0;
   for (const wchar_t unit : argument) {
