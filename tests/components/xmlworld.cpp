@@ -1,27 +1,9 @@
 #include "tests/components/xmlworld.h"
 
-#include <fstream>
-#include <iterator>
-
-#include "orobasictypes/oroguid.h"
+#include "tests/components/describedid.h"
 #include "tests/testpaths.h"
 
 namespace tests {
-
-namespace {
-
-// The id that stands behind the words in the staged description.
-GUID describedId(const std::string& words) {
-  std::ifstream in(stageDir() / "cowl.description");
-  const std::string text{std::istreambuf_iterator<char>(in), {}};
-  const size_t line = text.find(words);
-  const size_t begin = text.find('{', line);
-  GUID id;
-  EXPECT_TRUE(line != text.npos && oroParseGuid(text.substr(begin, 38), id)) << words;
-  return id;
-}
-
-}  // namespace
 
 XmlWorld::XmlWorld() {
   const GUID component = describedId("component xmldom ");

@@ -53,6 +53,8 @@ LAYERS = [
     ("components/points/", KIT + ["components/points/"]),
     ("components/pythonscript/", KIT + ["components/pythonscript/"]),
     ("components/random/", KIT + ["components/random/"]),
+    # What the system knows of languages is what this one is for.
+    ("components/text/", KIT + ["platform/nationaltext.h", "platform/text.h", "components/text/"]),
     ("components/xmldom/", KIT + ["components/xmldom/"]),
     ("tests/", [""]),
     ("bench/", [""]),
@@ -64,6 +66,7 @@ LAYERS = [
 THIRD_PARTY = {
     "components/pythonscript/": ["Python.h", "pybind11/"],
     "components/xmldom/": ["pugixml.hpp"],
+    "platform/posix/nationaltext.cpp": ["unicode/"],
     "tests/": ["gtest/", "gmock/"],
 }
 
