@@ -14,6 +14,10 @@
 class IOroTranslator;
 class OroString;
 
+// Marks a key that reaches oroTranslate from elsewhere, so that tools/checktranslations.py finds
+// it.
+constexpr const char* oroKey(const char* key) { return key; }
+
 // All of these store into `out` and return it.
 OroString& oroTranslate(OroString& out, const char* key);
 OroString& oroTranslate(OroString& out, const char* key, const OroString& a1);

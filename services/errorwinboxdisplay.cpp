@@ -14,11 +14,11 @@ constexpr int kModulePathUnits = 1024;
 const char* labelKey(int32_t severity) {
   switch (severity) {
     case 0:
-      return "WARNING";
+      return oroKey("WARNING");
     case 1:
-      return "ERROR";
+      return oroKey("ERROR");
     default:
-      return "Unknown";
+      return oroKey("Unknown");
   }
 }
 

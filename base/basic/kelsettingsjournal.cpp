@@ -37,9 +37,10 @@ bool isFrontOfEntry(std::string_view text) {
   return false;
 }
 
-constexpr const char* kKept = "Changed settings could not be merged from %1. They are kept in %2.";
-constexpr const char* kLost =
-    "Changed settings could not be merged from %1 and are lost, since %2 cannot be written.";
+constexpr const char* kKept =
+    oroKey("Changed settings could not be merged from %1. They are kept in %2.");
+constexpr const char* kLost = oroKey(
+    "Changed settings could not be merged from %1 and are lost, since %2 cannot be written.");
 
 void warn(const char* what, const OroPath& journal, const OroPath& rejected) {
   SPtr<IOroErrorService> errors;

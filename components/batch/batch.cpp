@@ -17,4 +17,5 @@ constexpr OroClassEntry kClasses[] = {
 
 }  // namespace
 
-const OroComponentRecord oroComponentRecord{"batch", kComponentId, kClasses};
+const OroComponentRecord oroComponentRecord{
+    .name = "batch", .id = kComponentId, .classes = kClasses, .translations = "batch"};

@@ -62,8 +62,8 @@ OroString lastLine(const OroString& text) {
 }
 
 const char* failureKey(OroRunStep step) {
-  if (step == kOroRunOpen) return "%1: not opened";
-  return step == kOroRunScript ? "%1: the script failed" : "%1: not saved";
+  if (step == kOroRunOpen) return oroKey("%1: not opened");
+  return step == kOroRunScript ? oroKey("%1: the script failed") : oroKey("%1: not saved");
 }
 
 }  // namespace

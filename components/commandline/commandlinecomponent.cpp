@@ -33,5 +33,8 @@ void stopping() {
 
 }  // namespace
 
-const OroComponentRecord oroComponentRecord{"commandline", kComponentId, kClasses, nullptr,
-                                            stopping};
+const OroComponentRecord oroComponentRecord{.name = "commandline",
+                                            .id = kComponentId,
+                                            .classes = kClasses,
+                                            .stopping = stopping,
+                                            .translations = "commandline"};

@@ -22,10 +22,10 @@ struct Outcome {
 // By OroRunStep; 0 is success.
 constexpr Outcome kOutcomes[] = {
     {0, "success", nullptr, nullptr},
-    {3, "open failed", "open", "There is nothing to open the file %1 with"},
+    {3, "open failed", "open", oroKey("There is nothing to open the file %1 with")},
     {2, "script failed", "script", nullptr},
-    {4, "save failed", "save", "There is nothing to save the file %1 with"},
-    {6, "batch failed", "batch", "There is nothing to run a batch with"},
+    {4, "save failed", "save", oroKey("There is nothing to save the file %1 with")},
+    {6, "batch failed", "batch", oroKey("There is nothing to run a batch with")},
 };
 
 bool isStep(int32_t step) { return step >= kOroRunOpen && step <= kOroRunBatch; }

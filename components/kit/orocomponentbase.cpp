@@ -1,7 +1,12 @@
 #include "components/kit/orocomponentbase.h"
 
+#include "interfaces/IOroExternalTranslator.h"
+#include "interfaces/IOroTranslator.h"
+#include "interfaces/IOroTranslatorService.h"
 #include "orobasictypes/kelpool.h"
 #include "orobasictypes/oromodule.h"
+#include "orobasictypes/oropath.h"
+#include "orobasictypes/sptr.h"
 
 namespace {
 
@@ -12,6 +17,20 @@ IOroUnknown* makeObject(const OroClassEntry& entry) {
   } catch (...) {
     return nullptr;
   }
+}
+
+// Gives the module a translator of its own, before its first text. A language that is chosen later
+// reaches it through the service.
+void readTranslations(const OroComponentRecord& record) {
+  const SPtr<IOroTranslatorService> service;
+  if (!service) return;
+  IOroTranslator* const translator =
+      service->createTranslator(KelCString::borrow("XLIFF"), record.id);
+  auto* const files = oroQuery<IOroExternalTranslator>(translator);
+  if (files == nullptr) return;
+  files->setBaseName(oroDirPath("language").joined(record.translations));
+  IOroLanguageID* const language = service->getLanguageId();
+  if (language != nullptr) translator->setLanguage(language);
 }
 
 }  // namespace
@@ -33,6 +52,7 @@ void OroComponentBase::initialise(IOroObjBroker* broker) {
     oroSetBroker(broker);
     identity.componentName = KelCString::borrow(record_.name);
     identity.componentId = record_.id;
+    if (record_.translations != nullptr) readTranslations(record_);
   }
   running_ = true;
   if (record_.started != nullptr) record_.started();

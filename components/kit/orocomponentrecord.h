@@ -34,6 +34,9 @@ struct OroComponentRecord {
   std::span<const OroClassEntry> classes;
   void (*started)() = nullptr;   // called once the broker can be asked
   void (*stopping)() = nullptr;  // called once, when the component is to end its work
+  // How the names of its XLIFF files in the directory named "language" begin ("points" for
+  // "points_de"); null for a component whose texts stand in the application's own table.
+  const char* translations = nullptr;
 };
 
 // The usual `make`.

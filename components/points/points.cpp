@@ -67,4 +67,5 @@ constexpr OroClassEntry kClasses[] = {
 
 }  // namespace
 
-const OroComponentRecord oroComponentRecord{"points", kComponentId, kClasses};
+const OroComponentRecord oroComponentRecord{
+    .name = "points", .id = kComponentId, .classes = kClasses, .translations = "points"};

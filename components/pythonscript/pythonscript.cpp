@@ -17,4 +17,7 @@ constexpr OroClassEntry kClasses[] = {
 
 }  // namespace
 
-const OroComponentRecord oroComponentRecord{"pythonscript", kComponentId, kClasses};
+const OroComponentRecord oroComponentRecord{.name = "pythonscript",
+                                            .id = kComponentId,
+                                            .classes = kClasses,
+                                            .translations = "pythonscript"};

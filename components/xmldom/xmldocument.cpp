@@ -17,7 +17,38 @@ namespace {
 constexpr unsigned kParseOptions = pugi::parse_cdata | pugi::parse_escapes | pugi::parse_ws_pcdata |
                                    pugi::parse_declaration | pugi::parse_fragment;
 
-constexpr const char* kOutside = "Text outside the root element";
+constexpr const char* kOutside = oroKey("Text outside the root element");
+
+const char* whatIsWrong(pugi::xml_parse_status status) {
+  switch (status) {
+    case pugi::status_out_of_memory:
+      return oroKey("There is not enough memory to read the document");
+    case pugi::status_unrecognized_tag:
+      return oroKey("A tag that is none");
+    case pugi::status_bad_pi:
+      return oroKey("A declaration or instruction that is not well-formed");
+    case pugi::status_bad_comment:
+      return oroKey("A comment that is not well-formed");
+    case pugi::status_bad_cdata:
+      return oroKey("Raw character data that are not well-formed");
+    case pugi::status_bad_doctype:
+      return oroKey("A document type that is not well-formed");
+    case pugi::status_bad_pcdata:
+      return oroKey("Character data that are not well-formed");
+    case pugi::status_bad_start_element:
+      return oroKey("A start tag that is not well-formed");
+    case pugi::status_bad_attribute:
+      return oroKey("An attribute that is not well-formed");
+    case pugi::status_bad_end_element:
+      return oroKey("An end tag that is not well-formed");
+    case pugi::status_end_element_mismatch:
+      return oroKey("An element whose tags do not match");
+    case pugi::status_no_document_element:
+      return oroKey("No root element");
+    default:
+      return oroKey("The document cannot be read");
+  }
+}
 
 }  // namespace
 
@@ -44,12 +75,12 @@ XmlDocument::Problem XmlDocument::parseSource() {
   const void* const zero = std::memchr(source_.begin(), '\0', source_.size());
   if (zero != nullptr) {
     const auto offset = static_cast<const char*>(zero) - source_.begin();
-    return {"A character that is not allowed", static_cast<size_t>(offset)};
+    return {oroKey("A character that is not allowed"), static_cast<size_t>(offset)};
   }
   // The parser puts its end mark in place of the last byte, which is the one behind the text.
   const pugi::xml_parse_result result = tree_.load_buffer_inplace(
       source_.begin(), source_.size() + 1, kParseOptions, pugi::encoding_utf8);
-  if (!result) return {result.description(), static_cast<size_t>(result.offset)};
+  if (!result) return {whatIsWrong(result.status), static_cast<size_t>(result.offset)};
   return findRoot();
 }
 
@@ -59,7 +90,7 @@ XmlDocument::Problem XmlDocument::findRoot() {
     if (node.type() == pugi::node_declaration) continue;
     const auto offset = static_cast<size_t>(node.offset_debug());
     if (node.type() == pugi::node_element) {
-      if (root) return {"A second root element", offset - 1};
+      if (root) return {oroKey("A second root element"), offset - 1};
       root = node;
       continue;
     }
@@ -67,7 +98,7 @@ XmlDocument::Problem XmlDocument::findRoot() {
     if (node.type() == pugi::node_cdata) return {kOutside, offset - std::strlen("<![CDATA[")};
     if (node.value()[blanks] != '\0') return {kOutside, offset + blanks};
   }
-  if (!root) return {"No root element", source_.size()};
+  if (!root) return {oroKey("No root element"), source_.size()};
   root_ = elementFor(root);
   return {nullptr, 0};
 }
@@ -120,8 +151,9 @@ bool XmlDocument::save(const OroPath& path) try {
   if (root_ != nullptr && file.open(path) && printXml(*root_, file) && file.commit()) return true;
   OroString text;
   oroTranslate(text,
-               root_ != nullptr ? "The file %1 could not be written"
-                                : "The file %1 is not written: the document has no root element",
+               root_ != nullptr
+                   ? oroKey("The file %1 could not be written")
+                   : oroKey("The file %1 is not written: the document has no root element"),
                oroShownPath(path));
   error_ = new XmlError(text);
   return false;

@@ -8,11 +8,12 @@
 #include "components/xmldom/xmltext.h"
 #include "orobasictypes/orofilereader.h"
 #include "orobasictypes/oropath.h"
+#include "orobasictypes/orotranslate.h"
 
 namespace {
 
-constexpr const char* kNoMemory = "There is not enough memory to read the document";
-constexpr const char* kTooLarge = "The document is too large";
+constexpr const char* kNoMemory = oroKey("There is not enough memory to read the document");
+constexpr const char* kTooLarge = oroKey("The document is too large");
 
 std::unique_ptr<char[]> newBytes(size_t count) {
   return std::unique_ptr<char[]>(new (std::nothrow) char[count]);
@@ -22,7 +23,7 @@ std::unique_ptr<char[]> newBytes(size_t count) {
 
 const char* XmlSource::readFile(const OroPath& path) {
   OroFileReader file;
-  if (!file.open(path)) return "Cannot open the file %1";
+  if (!file.open(path)) return oroKey("Cannot open the file %1");
   if (const char* const problem = readAll(file)) return problem;
   const std::string_view all = text();
   if (all.starts_with("\xEF\xBB\xBF")) {
@@ -53,7 +54,7 @@ const char* XmlSource::readAll(OroFileReader& file) {
     bytes_ = std::move(larger);
   }
   if (bytes_ == nullptr) return kNoMemory;
-  if (file.failed()) return "The file %1 could not be read to its end";
+  if (file.failed()) return oroKey("The file %1 could not be read to its end");
   begin_ = bytes_.get();
   begin_[size_] = '\n';
   return nullptr;

@@ -187,7 +187,8 @@ TEST_F(XmlDocuments, AFileThatCannotBeReadIsNamed) {
   EXPECT_FALSE(document->load(path("folder.xml")));
   folder_.write("in.xml", "<a>\n<b>\n</a>\n");
   EXPECT_FALSE(document->load(path("in.xml")));
-  EXPECT_THAT(errorOf(*document), HasSubstr("in.xml, line 3, column 3: Start-end tags mismatch"));
+  EXPECT_THAT(errorOf(*document),
+              HasSubstr("in.xml, line 3, column 3: An element whose tags do not match"));
   folder_.write("in.xml", "<a>\n  x\0y</a>"s);
   EXPECT_FALSE(document->load(path("in.xml")));
   EXPECT_THAT(errorOf(*document), HasSubstr("in.xml, line 2, column 4: A character that is not"));

@@ -2,10 +2,20 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+#include <vector>
+
 #include "components/kit/entrypoint.h"
 #include "framework/orodynamiclibrary.h"
 #include "framework/oroobjectbroker.h"
+#include "interfaces/IOroDirService.h"
+#include "interfaces/IOroExternalTranslator.h"
+#include "interfaces/IOroLanguageID.h"
+#include "interfaces/IOroTranslator.h"
+#include "interfaces/IOroTranslatorService.h"
 #include "orobasictypes/oromodule.h"
+#include "orobasictypes/oropath.h"
+#include "orobasictypes/orotrivialtranslator.h"
 #include "orobasictypes/testaccess.h"
 #include "tests/framework/fakes.h"
 #include "tests/framework/libs/testids.h"
@@ -65,6 +75,123 @@ TEST_F(ComponentBase, StartMakesBrokerAndIdentityKnownFirst) {
   EXPECT_EQ(oroModuleIdentity().componentId, kComponent);
   component_.setGroupName(KelCString("alpha"));
   EXPECT_STREQ(oroModuleIdentity().groupName.text(), "alpha");
+}
+
+// A translator that remembers what it was told.
+class FileTranslator : public OroTrivialTranslator<>, public IOroExternalTranslator {
+ public:
+  static constexpr const char* className() { return "FileTranslator"; }
+  using Offers = OroOffers<FileTranslator, IOroTranslator, IOroExternalTranslator>;
+  void queryInterface(const char* name, void* out) override { Offers::query(*this, name, out); }
+  const char* getClassName() const override { return className(); }
+  bool setBaseName(const OroPath& path) override {
+    baseName = path.toNarrow();
+    return true;
+  }
+  bool setLanguage(IOroLanguageID* language) override {
+    languages.push_back(language);
+    return true;
+  }
+
+  std::string baseName;
+  std::vector<IOroLanguageID*> languages;
+};
+
+class Language : public IOroLanguageID {
+ public:
+  static constexpr const char* className() { return "Language"; }
+  using Offers = OroOffers<Language, IOroLanguageID>;
+  void queryInterface(const char* name, void* out) override { Offers::query(*this, name, out); }
+  const char* getClassName() const override { return className(); }
+  const KelCString& getLanguage() override { return code_; }
+  void setLanguage(const KelCString&) override {}
+
+ private:
+  KelCString code_;
+};
+
+class Translators : public IOroTranslatorService {
+ public:
+  static constexpr const char* className() { return "Translators"; }
+  using Offers = OroOffers<Translators, IOroTranslatorService>;
+  void queryInterface(const char* name, void* out) override { Offers::query(*this, name, out); }
+  const char* getClassName() const override { return className(); }
+  IOroTranslator* createTranslator(const KelCString& kind, const GUID& id) override {
+    made.push_back(std::string(kind.c_str()) + (id == kComponent ? " of the component" : ""));
+    return translator.get();
+  }
+  IOroTranslator* getTranslator(const GUID&) override { return nullptr; }
+  IOroLanguageID* getLanguageId() override { return language.get(); }
+  void listTranslators(OroArray<GUID>&) override {}
+  OroString& translateText(OroString& out, const char*) override { return out; }
+  OroString& translateQualified(OroString& out, const char*) override { return out; }
+
+  IPtr<IOroTranslator> translator;
+  IPtr<IOroLanguageID> language;
+  std::vector<std::string> made;
+};
+
+class LanguageDirectory : public IOroDirService {
+ public:
+  static constexpr const char* className() { return "LanguageDirectory"; }
+  using Offers = OroOffers<LanguageDirectory, IOroDirService>;
+  void queryInterface(const char* name, void* out) override { Offers::query(*this, name, out); }
+  const char* getClassName() const override { return className(); }
+  const OroPath& getDir(const char* name) override { return path_ = OroPath("Q:").joined(name); }
+  void setDir(const char*, const OroPath&) override {}
+
+ private:
+  OroPath path_;
+};
+
+class ComponentTranslations : public ComponentBase {
+ protected:
+  ComponentTranslations() {
+    testaccess::resetDirPath();
+    broker_.registerService(KelCString::borrow("IOroTranslatorService"), service_.get());
+    broker_.registerService(KelCString::borrow("IOroDirService"), new LanguageDirectory);
+    service_->translator = files_.get();
+  }
+  ~ComponentTranslations() override { testaccess::resetDirPath(); }
+  void start(const OroComponentRecord& record) { OroComponentBase(record).initialise(&broker_); }
+
+  static constexpr OroComponentRecord kSpeaking{
+      .name = "base", .id = kComponent, .classes = {}, .translations = "points"};
+
+  IPtr<Translators> service_ = new Translators;
+  IPtr<FileTranslator> files_ = new FileTranslator;
+};
+
+TEST_F(ComponentTranslations, AreReadFromFilesOfTheNameInTheRecord) {
+  start(kSpeaking);
+  EXPECT_EQ(service_->made, std::vector<std::string>{"XLIFF of the component"});
+  EXPECT_EQ(files_->baseName, "Q:\\language\\points");
+  EXPECT_TRUE(files_->languages.empty()) << "none is chosen yet; the service will tell";
+}
+
+TEST_F(ComponentTranslations, AreOfTheLanguageInForce) {
+  service_->language = new Language;
+  start(kSpeaking);
+  EXPECT_EQ(files_->languages, std::vector<IOroLanguageID*>{service_->language.get()});
+}
+
+TEST_F(ComponentTranslations, ARecordWithoutThemMakesNoTranslator) {
+  start(kRecord);
+  EXPECT_TRUE(service_->made.empty());
+}
+
+TEST_F(ComponentTranslations, AServiceWithoutThisKindIsNoFailure) {
+  service_->translator = nullptr;
+  start(kSpeaking);
+  service_->translator = new OroTrivialTranslator<>;
+  start(kSpeaking);
+  EXPECT_EQ(service_->made.size(), 2u);
+}
+
+TEST_F(ComponentBase, TranslationsWithoutAServiceAreNoFailure) {
+  OroComponentBase({.name = "base", .id = kComponent, .classes = {}, .translations = "points"})
+      .initialise(&broker_);
+  EXPECT_EQ(oroModuleIdentity().componentId, kComponent);
 }
 
 TEST_F(ComponentBase, SecondComponentOfTheModuleKnowsItsGroupToo) {
