@@ -167,14 +167,14 @@ void ArrayBase::Assign(const ArrayBase& other, int32_t size) {
   if (&other == this) return;
   const int32_t blocks = NumBlocks();
   for (int32_t block = 0; block < blocks; ++block) {
-    void*& mine = table_.blocks[block];
     const void* const theirs = other.RawBlock(block);
     if (theirs == nullptr) {
-      free(std::exchange(mine, nullptr));
-    } else {
-      if (mine == nullptr) mine = allocate(false);
-      std::memcpy(mine, theirs, static_cast<size_t>(elementSize_) * static_cast<size_t>(perBlock_));
+      free(std::exchange(table_.blocks[block], nullptr));
+      continue;
     }
+    if (table_.blocks[block] == nullptr) table_.blocks[block] = allocate(false);
+    std::memcpy(table_.blocks[block], theirs,
+                static_cast<size_t>(elementSize_) * static_cast<size_t>(perBlock_));
   }
 }
 

@@ -227,6 +227,11 @@ uint32_t* BlockBitVector::makeMemory(PoolHold& pool, int32_t block) {
 // Counts a block whose words changed.
 void BlockBitVector::settle(PoolHold& pool, int32_t block) {
   counts_[block] = populationOf(block);
+  tidy(pool, block);
+}
+
+// A block that single bits made all clear or all set still has memory.
+void BlockBitVector::tidy(PoolHold& pool, int32_t block) {
   if (counts_[block] == 0 || counts_[block] == kBlockBits) pool.giveUp(blocks_[block]);
 }
 
@@ -391,6 +396,7 @@ void BlockBitVector::combine(const BlockBitVector& other, CombineBlock combineBl
   PoolHold pool;
   for (int32_t block = 0; block <= lastBlock_; ++block) {
     (this->*combineBlock)(pool, block, other.view(block));
+    tidy(pool, block);
   }
   numSet_ = -1;
 }
@@ -400,6 +406,7 @@ void BlockBitVector::combine(const BitVector& other, CombineBlock combineBlock) 
   PoolHold pool;
   for (int32_t block = 0; block <= lastBlock_; ++block) {
     (this->*combineBlock)(pool, block, viewOf(other, block, buffer));
+    tidy(pool, block);
   }
   numSet_ = -1;
 }

@@ -100,6 +100,7 @@ class BlockBitVector : public OroShared {
   void makeUniform(PoolHold& pool, int32_t block, bool full);
   uint32_t* makeMemory(PoolHold& pool, int32_t block);
   void settle(PoolHold& pool, int32_t block);
+  void tidy(PoolHold& pool, int32_t block);
   void take(PoolHold& pool, int32_t block, const View& theirs, bool inverted);
   void conjoinBlock(PoolHold& pool, int32_t block, const View& theirs);
   void uniteBlock(PoolHold& pool, int32_t block, const View& theirs);

@@ -34,12 +34,12 @@ bool OroCountedBlockArray::Read(BinInput& input) {
   if (!input.Read(&count, 1) || count < 0 || count > INT32_MAX - 2) return false;
   if (input.GetSize() > 0 && int64_t{count} * 4 > input.GetSize() - input.Tell()) return false;
   count_ = 0;
-  Resize(0, -1, false);
   const int64_t perBlock = int64_t{1} << Shift();
   // With each block that comes, so that an input that promises much does not get it on its word.
   for (int64_t i = 1; i <= count;) {
     const int64_t run = std::min(int64_t{count} + 1 - i, perBlock - (i & (perBlock - 1)));
-    Resize(static_cast<int32_t>(std::min(i + run, int64_t{count} + 2)), -1, true);
+    const int64_t needed = std::min(i + run, int64_t{count} + 2);
+    if (needed > Size()) Resize(static_cast<int32_t>(needed), -1, true);
     if (!input.Read(at(static_cast<int32_t>(i)), run)) return false;
     i += run;
   }

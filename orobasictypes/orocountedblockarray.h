@@ -28,8 +28,8 @@ class OroCountedBlockArray : public OroBlockArray {
 
   // The count, then the elements 1 to count, 32 bits each. Without a tag.
   bool Write(BinOutput& output) const;
-  // False for a count that is negative or larger than what is left of the input, with no change,
-  // and for an input that ends early, with a count of 0.
+  // Elements that are not read stay as they are. False for a count that is negative or larger than
+  // what is left of the input, with no change, and for an input that ends early, with a count of 0.
   bool Read(BinInput& input);
 
  private:

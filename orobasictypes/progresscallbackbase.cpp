@@ -62,7 +62,7 @@ void ProgressCallbackBase::CopyTo(ProgressCallbackBase* other) {
   other->start_ = start_;
   other->end_ = end_;
   other->last_ = 0;
-  other->flags_ = flags_;
+  other->flags_ = flags_.load(std::memory_order_relaxed);
   other->progress_ = progress_;
 }
 
@@ -106,11 +106,12 @@ bool ProgressCallbackBase::askService() {
   return false;
 }
 
-// Whether that changed the flag.
+// Whether that changed the flag. The others stay as they are: a cancel from another thread is not
+// to get lost.
 bool ProgressCallbackBase::put(Flag flag, bool value) {
   if (has(flag) == value) return false;
-  flags_ = static_cast<uint8_t>(flags_ ^ flag);
-  return true;
+  const int old = value ? flags_.fetch_or(flag) : flags_.fetch_and(static_cast<uint8_t>(~flag));
+  return ((old & flag) != 0) != value;
 }
 
 int32_t ProgressCallbackBase::SetCancellable(bool cancellable) {
@@ -126,7 +127,7 @@ bool ProgressCallbackBase::SetCancelled(bool cancelled) {
   return true;
 }
 
-uint8_t ProgressCallbackBase::GetFlags() { return flags_; }
+uint8_t ProgressCallbackBase::GetFlags() { return flags_.load(std::memory_order_relaxed); }
 
 bool ProgressCallbackBase::IsServiceCancelled() {
   return progress_ != nullptr && progress_->IsCancelled();

@@ -10,6 +10,7 @@
 // IOroProgress; without one every report is true. Used by the operation's thread.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 
 class IOroProgress;
@@ -21,7 +22,9 @@ class ProgressCallbackBase {
   ProgressCallbackBase();
   // A copy starts switched off: two objects that move one bar would fight over it.
   ProgressCallbackBase(const ProgressCallbackBase& other)
-      : start_(-1), flags_(other.flags_), progress_(other.progress_) {}
+      : start_(-1),
+        flags_(other.flags_.load(std::memory_order_relaxed)),
+        progress_(other.progress_) {}
   ProgressCallbackBase& operator=(const ProgressCallbackBase&) = delete;
   virtual ~ProgressCallbackBase() = default;
 
@@ -59,7 +62,7 @@ class ProgressCallbackBase {
   virtual IOroProgress* GetProgress();
 
  private:
-  bool has(Flag flag) const { return (flags_ & flag) != 0; }
+  bool has(Flag flag) const { return (flags_.load(std::memory_order_relaxed) & flag) != 0; }
   bool put(Flag flag, bool value);
   bool isOff() const { return start_ < 0 || progress_ == nullptr || has(kSilent); }
   bool showFresh(float fraction);
@@ -68,6 +71,6 @@ class ProgressCallbackBase {
   int32_t start_ = 0;   // tenths of a per cent; negative: progress is off
   int32_t end_ = 1000;  // tenths of a per cent
   uint32_t last_ = 0;   // the position last shown
-  uint8_t flags_ = kMayBeCancelled;
+  std::atomic<uint8_t> flags_ = kMayBeCancelled;
   IOroProgress* progress_ = nullptr;  // not counted
 };

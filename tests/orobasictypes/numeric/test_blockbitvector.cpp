@@ -341,13 +341,11 @@ const Operation operations[] = {
      [](BitVector& a, const BlockBitVector& b) { a -= b; }},
 };
 
-// Uniform blocks have no memory, unless nothing happened to them; counts are right or unknown.
+// Blocks that are known to be uniform have no memory; counts are right or unknown.
 void expectTidy(const BlockBitVector& bits) {
   for (int32_t block = 0; block <= bits.LastBlock(); ++block) {
     const int32_t known = bits.BlockCount(block);
-    if (known == -1 || (known > 0 && known < all)) {
-      EXPECT_TRUE(bits.HasMemory(block));
-    }
+    EXPECT_EQ(bits.HasMemory(block), known != 0 && known != all) << "block " << block;
     int32_t count = 0;
     for (int32_t b = block * all; b < (block + 1) * all; ++b) count += bits.Test(b);
     EXPECT_TRUE(known == -1 || known == count) << "block " << block;
@@ -401,6 +399,26 @@ TEST_F(BlockBits, CombinedBecomeEmptyOrFullWithoutMemory) {
   bits = low;
   bits ^= withFull({0}, {});
   EXPECT_THAT(states(bits), ElementsAre(State(all - 1000, true)));
+}
+
+TEST_F(BlockBits, CombinedGiveUpMemoryThatSingleBitsLeft) {
+  BlockBitVector emptied = blocksOf({9});
+  emptied.Clear(9);
+  BlockBitVector filled = withFull({0}, {});
+  filled.Clear(9);
+  filled.Set(9);
+  const BitVector none(32767);
+  for (const Operation& operation : operations) {
+    BlockBitVector bits(emptied);
+    ASSERT_TRUE(bits.HasMemory(0));
+    operation.combine(bits, BlockBitVector());
+    EXPECT_THAT(states(bits), ElementsAre(State(0, false)));
+    BlockBitVector same(emptied);
+    operation.combineBits(same, none);
+    EXPECT_FALSE(same.HasMemory(0) && same.BlockCount(0) == 0);
+  }
+  filled |= BlockBitVector();
+  EXPECT_THAT(states(filled), ElementsAre(State(all, false)));
 }
 
 TEST_F(BlockBits, CombinedWithThemselves) {
@@ -505,6 +523,14 @@ TEST_F(BlockBits, ThePoolKeepsFiveHundredAndTwelveBlocks) {
   tests::FakeHeap heap;
   useBlocks(600);
   EXPECT_EQ(heap.allocations, 88 + 2) << "and the two tables";
+}
+
+// Made before the pool, and gone after it.
+BlockBitVector lastOfAll;
+
+TEST_F(BlockBits, OfStaticLifeOutliveThePool) {
+  lastOfAll.Set(5);
+  EXPECT_TRUE(lastOfAll.HasMemory(0)) << "which the end of the process frees; the sanitizers look";
 }
 
 // A million random steps beside a plain set, with blocks that fill up and empty.

@@ -83,7 +83,7 @@ TEST(OroCountedBlockArray, IsReadWithTwoElementsToSpare) {
   EXPECT_EQ(array.Get(0), 0);
   EXPECT_EQ(array.Get(1), 7);
   EXPECT_EQ(array.Get(3), 9);
-  EXPECT_EQ(array.Get(4), 0);
+  EXPECT_EQ(array.Get(4), 5) << "what is not read stays";
   EXPECT_EQ(input.Tell(), 16) << "and nothing behind it";
 }
 
@@ -104,6 +104,21 @@ TEST(OroCountedBlockArray, ReadsWhatItWrote) {
         ASSERT_EQ(copy.Get(i), i <= count ? array.Get(i) : 0) << i;
       }
     }
+  }
+}
+
+TEST(OroCountedBlockArray, KeepsElementZeroWhenItIsRead) {
+  OroCountedBlockArray written;
+  for (int32_t i = 1; i <= 3; ++i) written.Add(i * 5);
+  for (const int32_t largest : {0, 3, 9000}) {
+    OroCountedBlockArray array(largest);
+    array.Set(0, 77);
+    tests::MemoryInput input(saved(written));
+    ASSERT_TRUE(array.Read(input));
+    EXPECT_EQ(array.Get(0), 77);
+    EXPECT_EQ(array.Get(3), 15);
+    EXPECT_EQ(array.Count(), 3);
+    EXPECT_EQ(array.Size(), 5);
   }
 }
 
