@@ -1,7 +1,5 @@
 #include "orobasictypes/bitvector.h"
 
-#include <emmintrin.h>
-
 #include <algorithm>
 #include <cstring>
 #include <utility>
@@ -42,51 +40,11 @@ bool isAnySet(const uint32_t* words, int32_t count) {
   return wordKernels().firstOther(words, count, 0) < count;
 }
 
-// The operations on two vectors. Short runs are done on the spot, with what every processor has.
-struct Conjoin {
-  static __m128i wide(__m128i a, __m128i b) { return _mm_and_si128(a, b); }
-  static constexpr uint32_t narrow(uint32_t a, uint32_t b) { return a & b; }
-  static auto kernel() { return wordKernels().conjoin; }
-};
-struct Unite {
-  static __m128i wide(__m128i a, __m128i b) { return _mm_or_si128(a, b); }
-  static constexpr uint32_t narrow(uint32_t a, uint32_t b) { return a | b; }
-  static auto kernel() { return wordKernels().unite; }
-};
-struct Differ {
-  static __m128i wide(__m128i a, __m128i b) { return _mm_xor_si128(a, b); }
-  static constexpr uint32_t narrow(uint32_t a, uint32_t b) { return a ^ b; }
-  static auto kernel() { return wordKernels().differ; }
-};
-struct Subtract {
-  static __m128i wide(__m128i a, __m128i b) { return _mm_andnot_si128(b, a); }
-  static constexpr uint32_t narrow(uint32_t a, uint32_t b) { return a & ~b; }
-  static auto kernel() { return wordKernels().subtract; }
-};
-
-constexpr int32_t shortRun = 64;  // words
-
-template <class Operation>
-void combine(uint32_t* a, const uint32_t* b, int32_t count) {
-  if (count > shortRun) return Operation::kernel()(a, b, count);
-  int32_t i = 0;
-  for (; i + 4 <= count; i += 4) {
-    auto* const mine = reinterpret_cast<__m128i*>(a + i);
-    const __m128i theirs = _mm_loadu_si128(reinterpret_cast<const __m128i*>(b + i));
-    _mm_storeu_si128(mine, Operation::wide(_mm_loadu_si128(mine), theirs));
-  }
-  for (; i < count; ++i) a[i] = Operation::narrow(a[i], b[i]);
-}
-
-void invert(uint32_t* a, int32_t count) {
-  if (count > shortRun) return wordKernels().invert(a, count);
-  int32_t i = 0;
-  for (; i + 4 <= count; i += 4) {
-    auto* const words = reinterpret_cast<__m128i*>(a + i);
-    _mm_storeu_si128(words, _mm_xor_si128(_mm_loadu_si128(words), _mm_set1_epi32(-1)));
-  }
-  for (; i < count; ++i) a[i] = ~a[i];
-}
+// The loop over long runs for each operation on two vectors.
+constexpr auto kernelOf(bitwords::Conjoin) { return &WordKernels::conjoin; }
+constexpr auto kernelOf(bitwords::Unite) { return &WordKernels::unite; }
+constexpr auto kernelOf(bitwords::Differ) { return &WordKernels::differ; }
+constexpr auto kernelOf(bitwords::Subtract) { return &WordKernels::subtract; }
 
 // The bits of a word from place `from` on, and those up to place `to`.
 uint32_t bitsFrom(int32_t from) { return UINT32_MAX << (from & 31); }
@@ -289,14 +247,6 @@ void BitVector::maskWord(int32_t word, uint32_t kept, uint32_t flipped) {
   if (changed != old) *makeWord(word) = changed;
 }
 
-void BitVector::flipBits(int32_t word, uint32_t flipped) {
-  if (bvwords_ != nullptr) {
-    bvwords_[word] ^= flipped;
-  } else {
-    maskWord(word, UINT32_MAX, flipped);
-  }
-}
-
 // Words outside the vector are zeros.
 void BitVector::readWords(int64_t word, uint32_t* to, int32_t count) const {
   const int64_t end = std::min<int64_t>(word + count, wordCount());
@@ -361,7 +311,7 @@ void BitVector::flipWords(int32_t count) {
   for (int32_t word = 0; word < count;) {
     const Stretch part = stretch(word, count);
     if (part.words != nullptr) {
-      invert(part.words, part.count);
+      wordKernels().invert(part.words, part.count);
     } else {
       fillWords(word, word + part.count, true);
     }
@@ -414,16 +364,39 @@ void BitVector::setSlowly(int32_t b) {
 }
 
 // The first bit behind the word of `from`, which the caller has looked at, that differs from
-// `skipped` (0 or all ones).
+// `skipped` (0 or all ones). Most of what is looked for is near, and found without a call.
 int32_t BitVector::scanForward(uint32_t from, uint32_t skipped) const {
+  constexpr int32_t isNear = 64;  // words
   const int32_t end = wordCount();
-  for (auto word = static_cast<int32_t>(from >> 5) + 1; word < end;) {
+  const auto word = static_cast<int32_t>(from >> 5) + 1;
+  if (word >= end) return -1;
+  const Stretch part = stretch(word, end);
+  if (part.words == nullptr) return skipped != 0 ? word * 32 : scanFar(word, end, skipped);
+  const uint64_t pattern = uint64_t{skipped} << 32 | skipped;
+  const int32_t near = std::min(part.count, isNear);
+  int32_t start = 0;
+  for (; start + 8 <= near; start += 8) {
+#pragma GCC unroll 4
+    for (int32_t i = start; i < start + 8; i += 2) {
+      const uint64_t others = bitwords::pairAt(part.words + i, true) ^ pattern;
+      if (others != 0) return (word + i) * 32 + std::countr_zero(others);
+    }
+  }
+  for (; start < near; ++start) {
+    const uint32_t others = part.words[start] ^ skipped;
+    if (others != 0) return (word + start) * 32 + std::countr_zero(others);
+  }
+  return word + near < end ? scanFar(word + near, end, skipped) : -1;
+}
+
+int32_t BitVector::scanFar(int32_t word, int32_t end, uint32_t skipped) const {
+  while (word < end) {
     const Stretch part = stretch(word, end);
     if (part.words != nullptr) {
       const int64_t found = wordKernels().firstOther(part.words, part.count, skipped);
       if (found < part.count) {
-        const uint32_t bits = part.words[found] ^ skipped;
-        return (word + static_cast<int32_t>(found)) * 32 + std::countr_zero(bits);
+        const uint32_t others = part.words[found] ^ skipped;
+        return (word + static_cast<int32_t>(found)) * 32 + std::countr_zero(others);
       }
     } else if (skipped != 0) {
       return word * 32;
@@ -432,6 +405,10 @@ int32_t BitVector::scanForward(uint32_t from, uint32_t skipped) const {
   }
   return -1;
 }
+
+int32_t BitVector::firstSet() const { return NextSet(-1); }
+
+int32_t BitVector::firstClear() const { return NextClear(-1); }
 
 int32_t BitVector::scanBackward(int32_t b, uint32_t skipped) const {
   if (b < 1) return -1;
@@ -528,34 +505,35 @@ int32_t BitVector::selectBit(int32_t word, int64_t rank) const {
 bool BitVector::operator==(const BitVector& other) const {
   if (this == &other) return true;
   if (numSet_ >= 0 && other.numSet_ >= 0 && numSet_ != other.numSet_) return false;
-  const int32_t common = std::min(wordCount(), other.wordCount());
-  for (int32_t word = 0; word < common;) {
-    const Stretch mine = stretch(word, common);
-    const Stretch theirs = other.stretch(word, common);
-    const int32_t count = std::min(mine.count, theirs.count);
+  const auto isSame = [](int32_t, const Stretch& mine, const Stretch& theirs) {
     if (mine.words != nullptr && theirs.words != nullptr) {
-      const auto bytes = static_cast<size_t>(bytesOf(count));
-      if (std::memcmp(mine.words, theirs.words, bytes) != 0) return false;
-    } else {
-      const uint32_t* const only = mine.words != nullptr ? mine.words : theirs.words;
-      if (only != nullptr && isAnySet(only, count)) return false;
+      return std::memcmp(mine.words, theirs.words, static_cast<size_t>(bytesOf(mine.count))) == 0;
     }
-    word += count;
-  }
-  return isEmptyFrom(common) && other.isEmptyFrom(common);
+    const uint32_t* const only = mine.words != nullptr ? mine.words : theirs.words;
+    return only == nullptr || !isAnySet(only, mine.count);
+  };
+  const int32_t common = std::min(wordCount(), other.wordCount());
+  return forCommon(other, isSame) && isEmptyFrom(common) && other.isEmptyFrom(common);
 }
 
 bool BitVector::Disjoint(const BitVector& other) const {
+  return forCommon(other, [](int32_t, const Stretch& mine, const Stretch& theirs) {
+    return mine.words == nullptr || theirs.words == nullptr ||
+           !wordKernels().isAnyCommon(mine.words, theirs.words, mine.count);
+  });
+}
+
+// Calls visit(first word, mine, theirs) for the stretches of words that both have, of one length
+// each, until it is false. Whether it never was.
+template <class Visit>
+bool BitVector::forCommon(const BitVector& other, const Visit& visit) const {
   const int32_t common = std::min(wordCount(), other.wordCount());
   for (int32_t word = 0; word < common;) {
-    const Stretch mine = stretch(word, common);
-    const Stretch theirs = other.stretch(word, common);
-    const int32_t count = std::min(mine.count, theirs.count);
-    if (mine.words != nullptr && theirs.words != nullptr &&
-        wordKernels().isAnyCommon(mine.words, theirs.words, count)) {
-      return false;
-    }
-    word += count;
+    Stretch mine = stretch(word, common);
+    Stretch theirs = other.stretch(word, common);
+    mine.count = theirs.count = std::min(mine.count, theirs.count);
+    if (!visit(word, mine, theirs)) return false;
+    word += mine.count;
   }
   return true;
 }
@@ -565,53 +543,46 @@ bool BitVector::Disjoint(const BitVector& other) const {
 template <class Operation>
 void BitVector::mergeWith(const BitVector& other) {
   constexpr bool keepsTheirs = Operation::narrow(0, 1) != 0;
-  const int32_t common = std::min(wordCount(), other.wordCount());
   numSet_ = -1;
-  if (bvwords_ != nullptr && other.bvwords_ != nullptr) {
-    return combine<Operation>(bvwords_, other.bvwords_, common);
-  }
-  for (int32_t word = 0; word < common;) {
-    const Stretch mine = stretch(word, common);
-    const Stretch theirs = other.stretch(word, common);
-    const int32_t count = std::min(mine.count, theirs.count);
+  forCommon(other, [this](int32_t word, const Stretch& mine, const Stretch& theirs) {
     if (mine.words != nullptr && theirs.words != nullptr) {
-      combine<Operation>(mine.words, theirs.words, count);
+      (wordKernels().*kernelOf(Operation()))(mine.words, theirs.words, mine.count);
     } else if (keepsTheirs && theirs.words != nullptr) {
-      putWords(word, theirs.words, count);
+      putWords(word, theirs.words, mine.count);
     } else if (mine.words != nullptr && Operation::narrow(1, 0) == 0) {
-      clearWords(mine.words, count);
+      clearWords(mine.words, mine.count);
     }
-    word += count;
-  }
+    return true;
+  });
 }
 
-BitVector& BitVector::operator&=(const BitVector& other) {
+BitVector& BitVector::conjoin(const BitVector& other) {
   if (numSet_ == 0) return *this;
   if (other.numSet_ == 0) {
     Zero();
     return *this;
   }
-  mergeWith<Conjoin>(other);
+  mergeWith<bitwords::Conjoin>(other);
   if (other.wordCount() < wordCount()) fillWords(other.wordCount(), wordCount(), false);
   return *this;
 }
 
-BitVector& BitVector::operator|=(const BitVector& other) {
+BitVector& BitVector::unite(const BitVector& other) {
   if (other.numSet_ == 0) return *this;
   if (other.wordCount() > wordCount()) growToWord(other.lastUsedWord());
-  mergeWith<Unite>(other);
+  mergeWith<bitwords::Unite>(other);
   return *this;
 }
 
-BitVector& BitVector::operator^=(const BitVector& other) {
+BitVector& BitVector::differ(const BitVector& other) {
   if (other.numSet_ == 0) return *this;
   if (other.wordCount() > wordCount()) growToWord(other.lastUsedWord());
-  mergeWith<Differ>(other);
+  mergeWith<bitwords::Differ>(other);
   return *this;
 }
 
-BitVector& BitVector::operator-=(const BitVector& other) {
-  if (numSet_ != 0 && other.numSet_ != 0) mergeWith<Subtract>(other);
+BitVector& BitVector::subtract(const BitVector& other) {
+  if (numSet_ != 0 && other.numSet_ != 0) mergeWith<bitwords::Subtract>(other);
   return *this;
 }
 
@@ -653,13 +624,13 @@ void BitVector::Not() {
   numSet_ = -1;
 }
 
-void BitVector::Complement(int32_t n) {
+void BitVector::complementSlowly(int32_t n) {
   Resize(n);
   if (n >= 0) {
     const int32_t last = n >> 5;
     flipWords(last);
-    flipBits(last, bitsUpTo(n));
-    flipBits(0, 1);  // bit 0 is no item
+    maskWord(last, UINT32_MAX, bitsUpTo(n));
+    maskWord(0, UINT32_MAX, 1);  // bit 0 is no item
     numSet_ = -1;
   }
 }

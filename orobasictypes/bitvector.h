@@ -84,19 +84,16 @@ class BitVector : public OroShared {
 
   // The next set or clear bit strictly behind b, from bit 0 for b below 0; -1 when there is none.
   int32_t NextSet(int32_t b) const {
-    const uint32_t next = b < 0 ? 0 : static_cast<uint32_t>(b) + 1;
-    if (next >= bitCount()) return -1;
-    if (const uint32_t* const word = wordOf(next)) {
-      const uint32_t rest = *word >> (next & 31);
-      // The very next bit is guessed first: a walk over a full stretch need not wait for its words.
-      if ((rest & 1) != 0) return static_cast<int32_t>(next);
-      if (rest != 0) return static_cast<int32_t>(next) + std::countr_zero(rest);
-    }
-    return scanForward(next, 0);
+    const uint32_t next = static_cast<uint32_t>(b) + 1;
+    if (next >= bitCount()) [[unlikely]]
+      return b < -1 ? firstSet() : -1;
+    if (bvwords_ != nullptr) return nextSetIn(bvwords_[next >> 5], next);
+    const uint32_t* const block = largeBlock(next);
+    return block != nullptr ? nextSetIn(block[placeInBlock(next)], next) : scanForward(next, 0);
   }
   int32_t NextClear(int32_t b) const {
-    const uint32_t next = b < 0 ? 0 : static_cast<uint32_t>(b) + 1;
-    if (next >= bitCount()) return -1;
+    const uint32_t next = static_cast<uint32_t>(b) + 1;
+    if (next >= bitCount()) return b < -1 ? firstClear() : -1;
     const uint32_t* const word = wordOf(next);
     if (word == nullptr) return static_cast<int32_t>(next);
     const uint32_t rest = ~*word >> (next & 31);
@@ -126,10 +123,21 @@ class BitVector : public OroShared {
   // vector the count is not known, unless told otherwise.
   bool operator==(const BitVector& other) const;
   bool Disjoint(const BitVector& other) const;
-  BitVector& operator&=(const BitVector& other);  // an empty `other` is Zero
-  BitVector& operator|=(const BitVector& other);  // grows to the last word of `other` that has bits
-  BitVector& operator^=(const BitVector& other);  // likewise
-  BitVector& operator-=(const BitVector& other);  // this and not the other
+  // An empty `other` is Zero.
+  BitVector& operator&=(const BitVector& other) {
+    return mergeShort<bitwords::Conjoin>(other) ? *this : conjoin(other);
+  }
+  // Grows to the last word of `other` that has bits, as the one below does.
+  BitVector& operator|=(const BitVector& other) {
+    return mergeShort<bitwords::Unite>(other) ? *this : unite(other);
+  }
+  BitVector& operator^=(const BitVector& other) {
+    return mergeShort<bitwords::Differ>(other) ? *this : differ(other);
+  }
+  // This and not the other.
+  BitVector& operator-=(const BitVector& other) {
+    return mergeShort<bitwords::Subtract>(other) ? *this : subtract(other);
+  }
   BitVector& operator&=(const BlockBitVector& other);
   BitVector& operator|=(const BlockBitVector& other);
   BitVector& operator^=(const BlockBitVector& other);
@@ -139,7 +147,12 @@ class BitVector : public OroShared {
   // All words, bit 0 and the spare bits of the last one included.
   void Not();
   // Makes room for n and flips the bits 1 to n.
-  void Complement(int32_t n);
+  void Complement(int32_t n) {
+    const bool hasRoom = n >> 5 == maximumBit_ >> 5;
+    if (!hasRoom || n < 0 || n >= shortBits) return complementSlowly(n);
+    flipItems(bvwords_, n);
+    numSet_ = -1;
+  }
   // Makes room for n, sets the bits 1 to n and clears all others. The count is n.
   void SetAll(int32_t n);
   // Sets all bits but bit 0. The count is the maximum bit.
@@ -186,8 +199,9 @@ class BitVector : public OroShared {
   // A chunk: the tag, then the words, or the set bits where they are few.
   static bool IsBitVectorTag(int32_t tag) { return tag == fileTag; }
   bool Write(BinOutput& output) const;
-  // Another tag: false, and nothing changes. A chunk that is damaged or ends early: false, and no
-  // bit is set. An unknown form is true and leaves the vector without storage.
+  // Another tag, or an end before the numbers at its head: false, and nothing changes. A chunk that
+  // is damaged or ends later: false, and no bit is set. An unknown form is true and leaves the
+  // vector without storage.
   bool Read(BinInput& input);
   // The count, then the set bits, eight to a line; Print on standard output and with an empty line.
   void Print() const;
@@ -198,6 +212,7 @@ class BitVector : public OroShared {
   friend class BlockBitVector;
 
   static constexpr int32_t fileTag = 0x315E97D6;
+  static constexpr int32_t shortBits = 2048;  // up to here a call costs more than the work
 
   // Words that lie in one piece.
   struct Stretch {
@@ -211,25 +226,47 @@ class BitVector : public OroShared {
   // The word of a bit that there is room for; null where it has no memory.
   uint32_t* wordOf(uint32_t b) const {
     if (bvwords_ != nullptr) return bvwords_ + (b >> 5);
-    uint32_t* const block = bvwordsLarge_->BlockAt(static_cast<int32_t>(b >> 16));
-    return block != nullptr ? block + (b >> 5 & OroMM::WordArray::mask) : nullptr;
+    uint32_t* const block = largeBlock(b);
+    return block != nullptr ? block + placeInBlock(b) : nullptr;
+  }
+  uint32_t* largeBlock(uint32_t b) const {
+    return bvwordsLarge_->BlockAt(static_cast<int32_t>(b >> 16));
+  }
+  static uint32_t placeInBlock(uint32_t b) { return b >> 5 & OroMM::WordArray::mask; }
+  // The first set bit from `next` on, which lies in this word. The very next one is guessed: a walk
+  // over a full stretch need not wait for its words.
+  int32_t nextSetIn(uint32_t word, uint32_t next) const {
+    const uint32_t rest = word >> (next & 31);
+    if ((rest & 1) != 0) [[likely]]
+      return asIndex(next);
+    return rest != 0 ? asIndex(next + static_cast<uint32_t>(std::countr_zero(rest)))
+                     : scanForward(next, 0);
+  }
+  // Tells the compiler that a bit which there is room for is never below 0.
+  static int32_t asIndex(uint32_t b) {
+    if (b > INT32_MAX) __builtin_unreachable();
+    return static_cast<int32_t>(b);
   }
   // From a word on, as far as they lie in one piece before `end`.
   Stretch stretch(int32_t word, int32_t end) const;
-  // They count without a branch: an unknown number stays -1.
+  // Whether the bit changes is anybody's guess, so they count it without a branch.
   void setIn(uint32_t& word, int32_t b) {
     const uint32_t old = word;
     word = old | 1U << (b & 31);
-    numSet_ += static_cast<int32_t>(~old >> (b & 31) & 1) & ~(numSet_ >> 31);
+    if (numSet_ >= 0) numSet_ += static_cast<int32_t>(~old >> (b & 31) & 1);
   }
   void clearIn(uint32_t& word, int32_t b) {
     const uint32_t old = word;
     word = old & ~(1U << (b & 31));
-    numSet_ -= static_cast<int32_t>(old >> (b & 31) & 1) & ~(numSet_ >> 31);
+    if (numSet_ >= 0) numSet_ -= static_cast<int32_t>(old >> (b & 31) & 1);
   }
   void setSlowly(int32_t b);
-  int32_t scanForward(uint32_t from, uint32_t skipped) const;
-  int32_t scanBackward(int32_t b, uint32_t skipped) const;
+  // Pure, so that a loop of NextSet need not load again where the words are.
+  [[gnu::pure]] int32_t scanForward(uint32_t from, uint32_t skipped) const;
+  [[gnu::pure, gnu::noinline]] int32_t scanFar(int32_t word, int32_t end, uint32_t skipped) const;
+  [[gnu::pure]] int32_t scanBackward(int32_t b, uint32_t skipped) const;
+  [[gnu::pure]] int32_t firstSet() const;
+  [[gnu::pure]] int32_t firstClear() const;
 
   // Storage.
   void makeStorage(int64_t words);
@@ -245,7 +282,6 @@ class BitVector : public OroShared {
   uint32_t* makeWord(int32_t word);
   uint32_t wordAt(int32_t word) const;
   void maskWord(int32_t word, uint32_t kept, uint32_t flipped);
-  void flipBits(int32_t word, uint32_t flipped);
   void readWords(int64_t word, uint32_t* to, int32_t count) const;
   void putWords(int32_t word, const uint32_t* from, int32_t count);
   void fillWords(int32_t from, int32_t to, bool set);
@@ -255,6 +291,25 @@ class BitVector : public OroShared {
   int32_t lastUsedWord() const;
   bool isEmptyFrom(int32_t word) const;
   int32_t selectBit(int32_t word, int64_t rank) const;
+  // Two vectors in one piece of the same few words, of which none is known to be empty; false, and
+  // nothing is done, for all others. A vector of so few bits is never a large one.
+  template <class Operation>
+  bool mergeShort(const BitVector& other) {
+    const int32_t maximum = maximumBit_;
+    if (maximum != other.maximumBit_ || maximum >= shortBits) return false;
+    if (numSet_ == 0 || other.numSet_ == 0) return false;
+    bitwords::combine<Operation>(bvwords_, other.bvwords_, wordCount());
+    numSet_ = -1;
+    return true;
+  }
+  BitVector& conjoin(const BitVector& other);
+  BitVector& unite(const BitVector& other);
+  BitVector& differ(const BitVector& other);
+  BitVector& subtract(const BitVector& other);
+  void complementSlowly(int32_t n);
+  static void flipItems(uint32_t* words, int32_t n);
+  template <class Visit>
+  bool forCommon(const BitVector& other, const Visit& visit) const;
   template <class Operation>
   void mergeWith(const BitVector& other);
   template <class Merge>
@@ -281,6 +336,20 @@ inline BitVector::Stretch BitVector::stretch(int32_t word, int32_t end) const {
   const int32_t inBlock = OroMM::WordArray::perBlock - place;
   uint32_t* const block = bvwordsLarge_->BlockAt(word >> OroMM::WordArray::shift);
   return {block != nullptr ? block + place : nullptr, inBlock < end - word ? inBlock : end - word};
+}
+
+// Flips the bits 1 to n. Each word is read as it was written the last time: where that is not so, a
+// processor waits.
+inline void BitVector::flipItems(uint32_t* words, int32_t n) {
+  const int32_t last = n >> 5;
+  const uint32_t inLast = UINT32_MAX >> (31 - (n & 31));
+  if (last == 0) {
+    words[0] ^= inLast & ~1U;
+    return;
+  }
+  words[0] ^= ~1U;
+  bitwords::invert(words + 1, last - 1);
+  words[last] ^= inLast;
 }
 
 template <class Visit>

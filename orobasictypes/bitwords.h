@@ -1,43 +1,67 @@
-// The set bits of words that lie in one piece, for the bit vectors and their iterator.
+// Loops over words of bits that lie in one piece, inlined, for the bit vectors and their iterator:
+// what is too short for a call through WordKernels, and the visit of set bits, where what the
+// visitor adds up can stay in a register.
 //
-// Zero words are skipped 64 at a time, with instructions that every processor has. Plain functions
-// on the caller's memory; those with a visitor are inlined, so that what it adds up can stay in a
-// register.
+// Plain functions on the caller's memory. Any thread.
 #pragma once
 
-#include <emmintrin.h>
+#include <immintrin.h>
 
 #include <bit>
 #include <cstdint>
 #include <cstring>
 
+#include "orobasictypes/kelprocessor.h"
+
 namespace bitwords {
 
-// One bit for each of the 16 words at `a` that is not 0.
-inline uint64_t usedOf16(const uint32_t* a) {
-  const auto isZero = [a](int i) {
-    return _mm_cmpeq_epi32(_mm_loadu_si128(reinterpret_cast<const __m128i*>(a + i)),
-                           _mm_setzero_si128());
-  };
-  const __m128i low = _mm_packs_epi32(isZero(0), isZero(4));
-  const __m128i high = _mm_packs_epi32(isZero(8), isZero(12));
-  return static_cast<uint16_t>(~_mm_movemask_epi8(_mm_packs_epi16(low, high)));
+// ---------------------------------------------------------------------------------------------
+// Operations on two vectors, with what every processor has
+
+struct Conjoin {
+  static __m128i wide(__m128i a, __m128i b) { return _mm_and_si128(a, b); }
+  static constexpr uint32_t narrow(uint32_t a, uint32_t b) { return a & b; }
+};
+struct Unite {
+  static __m128i wide(__m128i a, __m128i b) { return _mm_or_si128(a, b); }
+  static constexpr uint32_t narrow(uint32_t a, uint32_t b) { return a | b; }
+};
+struct Differ {
+  static __m128i wide(__m128i a, __m128i b) { return _mm_xor_si128(a, b); }
+  static constexpr uint32_t narrow(uint32_t a, uint32_t b) { return a ^ b; }
+};
+struct Subtract {
+  static __m128i wide(__m128i a, __m128i b) { return _mm_andnot_si128(b, a); }
+  static constexpr uint32_t narrow(uint32_t a, uint32_t b) { return a & ~b; }
+};
+
+inline __m128i loadFour(const uint32_t* a) {
+  return _mm_loadu_si128(reinterpret_cast<const __m128i*>(a));
+}
+inline void storeFour(uint32_t* a, __m128i words) {
+  _mm_storeu_si128(reinterpret_cast<__m128i*>(a), words);
 }
 
-// One bit for each pair of words, the lower one of its two, that is not 0; of the 64 at `a`, or of
-// the first `count` of them.
-inline uint64_t usedPairs(const uint32_t* a) {
-  const uint64_t used =
-      usedOf16(a) | usedOf16(a + 16) << 16 | usedOf16(a + 32) << 32 | usedOf16(a + 48) << 48;
-  return (used | used >> 1) & 0x5555555555555555;
-}
-inline uint64_t usedPairs(const uint32_t* a, int32_t count) {
-  uint64_t used = 0;
+// a = a operation b.
+template <class Operation>
+void combine(uint32_t* a, const uint32_t* b, int32_t count) {
   int32_t i = 0;
-  for (; i + 16 <= count; i += 16) used |= usedOf16(a + i) << i;
-  for (; i < count; ++i) used |= uint64_t{a[i] != 0} << i;
-  return (used | used >> 1) & 0x5555555555555555;
+  for (; i + 8 <= count; i += 8) {
+    storeFour(a + i, Operation::wide(loadFour(a + i), loadFour(b + i)));
+    storeFour(a + i + 4, Operation::wide(loadFour(a + i + 4), loadFour(b + i + 4)));
+  }
+  for (; i < count; ++i) a[i] = Operation::narrow(a[i], b[i]);
 }
+
+inline void invert(uint32_t* a, int32_t count) {
+  const __m128i ones = _mm_set1_epi32(-1);
+  int32_t i = 0;
+  for (; i + 4 <= count; i += 4) storeFour(a + i, _mm_xor_si128(loadFour(a + i), ones));
+  for (; i < count; ++i) a[i] = ~a[i];
+}
+
+// ---------------------------------------------------------------------------------------------
+// Set bits
 
 // Two words as one; the second is 0 when there is none.
 inline uint64_t pairAt(const uint32_t* a, bool hasSecond) {
@@ -47,26 +71,68 @@ inline uint64_t pairAt(const uint32_t* a, bool hasSecond) {
   return pair;
 }
 
+// One bit for each of 4 pairs, and of 16, that is 0.
+__attribute__((target("avx2"), always_inline)) inline unsigned clearPairsOfEight(
+    const uint32_t* a) {
+  const __m256i words = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(a));
+  const __m256i isZero = _mm256_cmpeq_epi64(words, _mm256_setzero_si256());
+  return static_cast<unsigned>(_mm256_movemask_pd(_mm256_castsi256_pd(isZero)));
+}
+__attribute__((target("avx2"), always_inline)) inline unsigned usedPairsOf32(const uint32_t* a) {
+  return 0xFFFF ^ (clearPairsOfEight(a) | clearPairsOfEight(a + 8) << 4 |
+                   clearPairsOfEight(a + 16) << 8 | clearPairsOfEight(a + 24) << 12);
+}
+
+// Requires: bits != 0.
 template <class Visit>
-[[gnu::always_inline]] inline void forEachPair(const uint32_t* words, int32_t count, uint64_t pairs,
-                                               int32_t base, Visit& visit) {
-  for (; pairs != 0; pairs &= pairs - 1) {
-    const int32_t i = std::countr_zero(pairs);
-    uint64_t bits = pairAt(words + i, i + 1 < count);
-    for (; bits != 0; bits &= bits - 1) visit(base + i * 32 + std::countr_zero(bits));
+[[gnu::always_inline]] inline void forEachInPair(uint64_t bits, int32_t base, Visit& visit) {
+  // Where most bits are set, whole pairs are, and need not be taken apart.
+  if (bits == UINT64_MAX) {
+    for (int32_t i = 0; i < 64; ++i) visit(base + i);
+    return;
   }
+  do {
+    visit(base + std::countr_zero(bits));
+    bits &= bits - 1;
+  } while (bits != 0);
+}
+
+template <class Visit>
+[[gnu::always_inline]] inline void forEachInRest(const uint32_t* words, int32_t i, int32_t count,
+                                                 int32_t base, Visit& visit) {
+  for (; i < count; i += 2) {
+    const uint64_t bits = pairAt(words + i, i + 1 < count);
+    if (bits != 0) forEachInPair(bits, base + i * 32, visit);
+  }
+}
+
+template <class Visit>
+void forEachSetPlain(const uint32_t* words, int32_t count, int32_t base, Visit& visit) {
+  forEachInRest(words, 0, count, base, visit);
+}
+
+template <class Visit>
+__attribute__((target("avx2,bmi"))) void forEachSetWide(const uint32_t* words, int32_t count,
+                                                        int32_t base, Visit& visit) {
+  int32_t i = 0;
+  for (; i + 32 <= count; i += 32) {
+    for (unsigned used = usedPairsOf32(words + i); used != 0; used &= used - 1) {
+      const int32_t pair = i + std::countr_zero(used) * 2;
+      forEachInPair(pairAt(words + pair, true), base + pair * 32, visit);
+    }
+  }
+  forEachInRest(words, i, count, base, visit);
 }
 
 // Calls visit(base + i) for each set bit i of the words, upwards.
 template <class Visit>
 [[gnu::always_inline]] inline void forEachSet(const uint32_t* words, int32_t count, int32_t base,
                                               Visit& visit) {
-  int32_t i = 0;
-  for (; i + 64 <= count; i += 64) {
-    forEachPair(words + i, 64, usedPairs(words + i), base + i * 32, visit);
+  if (kelProcessorLevel >= kKelAvx2) {
+    forEachSetWide(words, count, base, visit);
+  } else {
+    forEachSetPlain(words, count, base, visit);
   }
-  const int32_t rest = count - i;
-  if (rest > 0) forEachPair(words + i, rest, usedPairs(words + i, rest), base + i * 32, visit);
 }
 
 }  // namespace bitwords

@@ -13,7 +13,9 @@ bool hasSlowBitExtract() {
 
 KelProcessorLevel highestLevel() {
   __builtin_cpu_init();
-  if (!__builtin_cpu_supports("avx2") || !__builtin_cpu_supports("popcnt")) return kKelBaseline;
+  const bool isWide = __builtin_cpu_supports("avx2") && __builtin_cpu_supports("bmi") &&
+                      __builtin_cpu_supports("popcnt");
+  if (!isWide) return kKelBaseline;
   if (!__builtin_cpu_supports("bmi2") || hasSlowBitExtract()) return kKelAvx2;
   const bool isAvx512 = __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") &&
                         __builtin_cpu_supports("avx512vl") &&

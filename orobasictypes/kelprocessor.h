@@ -10,7 +10,7 @@
 
 enum KelProcessorLevel : unsigned char {
   kKelBaseline,  // x86-64 with SSE2
-  kKelAvx2,      // with AVX2 and POPCNT
+  kKelAvx2,      // with AVX2, BMI1 and POPCNT
   kKelBmi2,      // with BMI2 as well, where that is fast
   kKelAvx512,    // with AVX-512 (F, BW, VL) and VPOPCNTDQ as well
 };

@@ -5,6 +5,8 @@
 #include <bit>
 #include <cstring>
 
+#include "orobasictypes/bitwords.h"
+
 namespace {
 
 // ---------------------------------------------------------------------------------------------
@@ -101,6 +103,14 @@ int64_t lastOther(const uint32_t* a, int64_t count, uint32_t skipped) {
   int64_t i = count - 1;
   while (i >= 0 && a[i] == skipped) --i;
   return i;
+}
+
+uint64_t usedPairs(const uint32_t* a, int64_t count) {
+  uint64_t used = 0;
+  for (int64_t i = 0; i < count; i += 2) {
+    used |= uint64_t{bitwords::pairAt(a + i, i + 1 < count) != 0} << (i / 2);
+  }
+  return used;
 }
 
 // Appends `bits`, of which there are `count`; whether a word became whole.
@@ -286,7 +296,7 @@ __attribute__((target("avx2"))) bool isAnyCommonWide(const uint32_t* a, const ui
 }
 
 // One bit for each of 8 words that is `skipped`.
-__attribute__((target("avx2"), always_inline)) inline unsigned skippedOf(const uint32_t* a,
+__attribute__((target("avx2"), always_inline)) inline uint64_t skippedOf(const uint32_t* a,
                                                                          __m256i skipped) {
   const __m256i equal = _mm256_cmpeq_epi32(loadWide(a), skipped);
   return static_cast<unsigned>(_mm256_movemask_ps(_mm256_castsi256_ps(equal)));
@@ -296,20 +306,16 @@ __attribute__((target("avx2"))) int64_t firstOtherWide(const uint32_t* a, int64_
                                                        uint32_t skipped) {
   const __m256i pattern = _mm256_set1_epi32(static_cast<int>(skipped));
   int64_t i = 0;
-  // Most of what is looked for is near; long stretches are passed in larger steps.
-  for (; i + perVector <= count && i < perStep; i += perVector) {
-    const unsigned mask = skippedOf(a + i, pattern);
-    if (mask != 0xFF) return i + std::countr_one(mask);
-  }
-  for (; i + perStep <= count; i += perStep) {
-    const __m256i first = _mm256_and_si256(_mm256_cmpeq_epi32(loadWide(a + i), pattern),
-                                           _mm256_cmpeq_epi32(loadWide(a + i + 8), pattern));
-    const __m256i second = _mm256_and_si256(_mm256_cmpeq_epi32(loadWide(a + i + 16), pattern),
-                                            _mm256_cmpeq_epi32(loadWide(a + i + 24), pattern));
-    if (_mm256_movemask_epi8(_mm256_and_si256(first, second)) != -1) break;
+  // In large steps: where what is looked for lies in one is nobody's guess, but not in which one.
+  constexpr int64_t perMask = 64;
+  for (; i + perMask <= count; i += perMask) {
+    uint64_t mask = 0;
+#pragma GCC unroll 8
+    for (int64_t k = 0; k < perMask; k += perVector) mask |= skippedOf(a + i + k, pattern) << k;
+    if (mask != UINT64_MAX) return i + std::countr_one(mask);
   }
   for (; i + perVector <= count; i += perVector) {
-    const unsigned mask = skippedOf(a + i, pattern);
+    const uint64_t mask = skippedOf(a + i, pattern);
     if (mask != 0xFF) return i + std::countr_one(mask);
   }
   return i + firstOther(a + i, count - i, skipped);
@@ -320,10 +326,17 @@ __attribute__((target("avx2"))) int64_t lastOtherWide(const uint32_t* a, int64_t
   const __m256i pattern = _mm256_set1_epi32(static_cast<int>(skipped));
   int64_t i = count;
   for (; i >= perVector; i -= perVector) {
-    const unsigned mask = skippedOf(a + i - perVector, pattern);
-    if (mask != 0xFF) return i - 1 - std::countl_one(mask << 24);
+    const auto mask = static_cast<uint8_t>(skippedOf(a + i - perVector, pattern));
+    if (mask != 0xFF) return i - 1 - std::countl_one(mask);
   }
   return lastOther(a, i, skipped);
+}
+
+__attribute__((target("avx2"))) uint64_t usedPairsWide(const uint32_t* a, int64_t count) {
+  uint64_t used = 0;
+  int64_t i = 0;
+  for (; i + 32 <= count; i += 32) used |= uint64_t{bitwords::usedPairsOf32(a + i)} << (i / 2);
+  return i < count ? used | usedPairs(a + i, count - i) << (i / 2) : used;
 }
 
 __attribute__((target("bmi2,popcnt"))) int64_t gatherPext(const uint32_t* a, const uint32_t* mask,
@@ -349,8 +362,8 @@ __attribute__((target("bmi2,popcnt"))) int64_t gatherPext(const uint32_t* a, con
 }
 
 constexpr WordKernels baselineKernels = {
-    combine<And>, combine<Or>, combine<Xor>, combine<Minus>, invert,
-    population,   isAnyCommon, firstOther,   lastOther,      gather,
+    combine<And>, combine<Or>, combine<Xor>, combine<Minus>, invert, population,
+    isAnyCommon,  firstOther,  lastOther,    usedPairs,      gather,
 };
 
 using Population = int64_t (*)(const uint32_t*, int64_t);
@@ -359,8 +372,9 @@ using Gather = int64_t (*)(const uint32_t*, const uint32_t*, uint32_t, int64_t, 
 
 constexpr WordKernels wideKernels(Population population, Gather gather) {
   return {
-      combineWide<And>, combineWide<Or>, combineWide<Xor>, combineWide<Minus>, invertWide,
-      population,       isAnyCommonWide, firstOtherWide,   lastOtherWide,      gather,
+      combineWide<And>, combineWide<Or>, combineWide<Xor>, combineWide<Minus>,
+      invertWide,       population,      isAnyCommonWide,  firstOtherWide,
+      lastOtherWide,    usedPairsWide,   gather,
   };
 }
 

@@ -31,6 +31,8 @@ struct WordKernels {
   // there is none.
   int64_t (*firstOther)(const uint32_t* a, int64_t count, uint32_t skipped);
   int64_t (*lastOther)(const uint32_t* a, int64_t count, uint32_t skipped);
+  // One bit for each pair of words that is not 0, of 128 words at most. An odd last one is a pair.
+  uint64_t (*usedPairs)(const uint32_t* a, int64_t count);
   // Appends the bits of `a` that `mask`, flipped by `flip`, has to those in `gathered`, and stores
   // what becomes whole words in `out`. Returns how many words that are, at most `count`.
   int64_t (*gather)(const uint32_t* a, const uint32_t* mask, uint32_t flip, int64_t count,

@@ -4,6 +4,7 @@
 #include <functional>
 #include <numeric>
 #include <optional>
+#include <random>
 #include <string>
 #include <utility>
 #include <vector>
@@ -691,6 +692,41 @@ TEST_F(Bits, AreSubtracted) {
   BitVector none(100);
   none -= bits;
   EXPECT_EQ(none.KnownCount(), 0);
+}
+
+TEST_F(Bits, OfFewWordsAreMergedLikeSingleBits) {
+  std::mt19937 random(5);
+  for (int32_t words = 1; words <= 70; ++words) {
+    const int32_t maximum = words * 32 - 1;
+    BitVector a(maximum);
+    BitVector b(maximum);
+    for (int32_t i = 0; i < words * 16; ++i) {
+      a.Set(static_cast<int32_t>(random() % (static_cast<uint32_t>(maximum) + 1)));
+      b.Set(static_cast<int32_t>(random() % (static_cast<uint32_t>(maximum) + 1)));
+    }
+    BitVector both(a);
+    BitVector either(a);
+    BitVector one(a);
+    BitVector rest(a);
+    BitVector flipped(a);
+    both &= b;
+    either |= b;
+    one ^= b;
+    rest -= b;
+    const int32_t n = maximum - static_cast<int32_t>(random() % 32);
+    flipped.Complement(n);
+    for (int32_t i = 0; i <= maximum; ++i) {
+      ASSERT_EQ(both.Test(i), a.Test(i) && b.Test(i)) << words << " words, bit " << i;
+      ASSERT_EQ(either.Test(i), a.Test(i) || b.Test(i)) << words << " words, bit " << i;
+      ASSERT_EQ(one.Test(i), a.Test(i) != b.Test(i)) << words << " words, bit " << i;
+      ASSERT_EQ(rest.Test(i), a.Test(i) && !b.Test(i)) << words << " words, bit " << i;
+      ASSERT_EQ(flipped.Test(i), a.Test(i) != (i >= 1 && i <= n)) << words << " words, bit " << i;
+    }
+    for (const BitVector* changed : {&both, &either, &one, &rest, &flipped}) {
+      ASSERT_EQ(changed->KnownCount(), -1);
+      ASSERT_EQ(changed->MaximumBit(), maximum);
+    }
+  }
 }
 
 TEST_F(Bits, MergedTakeBlocksOnlyForWhatIsNotZero) {

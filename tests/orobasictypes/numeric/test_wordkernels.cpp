@@ -165,22 +165,35 @@ TEST_P(KernelTest, GatherBits) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(OnEveryLevel, KernelTest, testing::Range(0, kKelProcessorLevels));
-
-TEST(BitWords, FindThePairsInUse) {
-  std::mt19937 random(4);
-  for (int round = 0; round < 2000; ++round) {
-    uint32_t words[64] = {};
-    uint64_t expected = 0;
-    for (int i = round % 6; i < 64; i += 1 + static_cast<int>(random() % 20)) {
-      words[i] = 1U << random() % 32;
-      expected |= uint64_t{1} << (i & ~1);
+TEST_P(KernelTest, FindThePairsInUse) {
+  for (int32_t count = 1; count <= 128; ++count) {
+    for (int round = 0; round < 20; ++round) {
+      Words used(static_cast<size_t>(count) + 1, UINT32_MAX);
+      uint64_t expected = 0;
+      for (int32_t i = 0; i < count; ++i) {
+        const bool isUsed = random_() % 8 == 0;
+        used[static_cast<size_t>(i)] = isUsed ? 1U << random_() % 32 : 0;
+        if (isUsed) expected |= uint64_t{1} << (i / 2);
+      }
+      ASSERT_EQ(wordKernels().usedPairs(used.data(), count), expected) << count;
     }
-    ASSERT_EQ(bitwords::usedPairs(words), expected);
-    ASSERT_EQ(bitwords::usedPairs(words, 64), expected);
-    ASSERT_EQ(bitwords::usedPairs(words, 7),
-              expected & 0xFF & (words[7] != 0 && words[6] == 0 ? 0x3F : 0xFF));
   }
 }
+
+TEST_P(KernelTest, VisitSetBits) {
+  forSizes([&](size_t count, size_t) {
+    const Words set = words(count);
+    std::vector<int32_t> expected;
+    for (size_t i = 0; i < count * 32; ++i) {
+      if ((set[i / 32] >> i % 32 & 1) != 0) expected.push_back(static_cast<int32_t>(i) + 7);
+    }
+    std::vector<int32_t> visited;
+    const auto visit = [&](int32_t b) { visited.push_back(b); };
+    bitwords::forEachSet(set.data(), static_cast<int32_t>(count), 7, visit);
+    ASSERT_EQ(visited, expected) << count;
+  });
+}
+
+INSTANTIATE_TEST_SUITE_P(OnEveryLevel, KernelTest, testing::Range(0, kKelProcessorLevels));
 
 }  // namespace
