@@ -15,6 +15,7 @@
 #include <boost/dynamic_bitset.hpp>
 
 #include "bench/support/ratios.h"
+#include "orobasictypes/binio.h"
 #include "orobasictypes/bitvector.h"
 #include "orobasictypes/bitvectoriter.h"
 #include "orobasictypes/blockbitvector.h"
@@ -27,20 +28,36 @@ using Words = std::vector<uint32_t>;
 
 constexpr char peerName[] = "boost::dynamic_bitset";
 
-// Each bit is set with the probability, in thousandths.
+// Each bit is set with the probability, in thousandths: 1, 500 or 999.
 struct Sample {
-  Sample(int32_t size, int thousandths)
+  Sample(int32_t size, int thousandths, uint32_t seed = 1)
       : ours(size - 1), words(static_cast<size_t>(size) / 32 + 1) {
-    std::mt19937 random(static_cast<uint32_t>(size + thousandths));
-    peer.resize(static_cast<size_t>(size));
+    fillWords(thousandths, seed);
     for (int32_t b = 1; b < size; ++b) {
-      if (static_cast<int>(random() % 1000) < thousandths) add(b);
+      if ((words[static_cast<size_t>(b) / 32] >> b % 32 & 1) != 0) ours.Set(b);
     }
+    std::vector<uint64_t> blocks(words.size() / 2 + 1);
+    std::memcpy(blocks.data(), words.data(), words.size() * sizeof(uint32_t));
+    peer.append(blocks.begin(), blocks.end());
+    peer.resize(static_cast<size_t>(size));
   }
-  void add(int32_t b) {
-    ours.Set(b);
-    peer.set(static_cast<size_t>(b));
-    words[static_cast<size_t>(b) / 32] |= 1U << b % 32;
+  void fillWords(int thousandths, uint32_t seed) {
+    std::mt19937 random(seed);
+    if (thousandths == 500) {
+      for (uint32_t& word : words) word = static_cast<uint32_t>(random());
+    } else {
+      std::geometric_distribution<size_t> gap(0.001);
+      for (size_t b = gap(random); b < words.size() * 32; b += 1 + gap(random)) {
+        words[b / 32] |= 1U << b % 32;
+      }
+    }
+    if (thousandths == 999) {
+      for (uint32_t& word : words) word = ~word;
+    }
+    // What lies beyond the bits stays clear, as bit 0 does.
+    words[0] &= ~1U;
+    const auto size = static_cast<size_t>(ours.MaximumBit()) + 1;
+    for (size_t b = size; b < words.size() * 32; ++b) words[b / 32] &= ~(1U << b % 32);
   }
 
   BitVector ours;
@@ -124,9 +141,10 @@ struct Sum {
 template <class Ours, class Theirs>
 void compareLogic(bench::Ratios& ratios, const std::string& work, int32_t size, const Ours& ours,
                   const Theirs& theirs) {
-  Sample a(size, 500);
-  const Sample b(size, 499);
   const std::string name = nameOf(work, size);
+  if (!ratios.wants(name)) return;
+  Sample a(size, 500);
+  const Sample b(size, 500, 2);
   const bool isShort = size < 1000000;
   ratios.compare(
       name, peerName, isShort ? 1.0 : 1.05, [&] { ours(a.ours, b.ours); },
@@ -154,6 +172,7 @@ void compareLogic(bench::Ratios& ratios, int32_t size) {
   compareLogic(
       ratios, "difference", size, [](BitVector& a, const BitVector& b) { a -= b; },
       [](Peer& a, const Peer& b) { a -= b; });
+  if (!ratios.wants(nameOf("complement", size))) return;
   Sample a(size, 500);
   ratios.compare(
       nameOf("complement", size), peerName, 1.05, [&] { a.ours.Complement(size - 1); },
@@ -161,8 +180,9 @@ void compareLogic(bench::Ratios& ratios, int32_t size) {
 }
 
 void compareCount(bench::Ratios& ratios, int32_t size, int thousandths) {
-  Sample a(size, thousandths);
   const std::string name = nameOf("count", size, thousandths);
+  if (!ratios.wants(name)) return;
+  Sample a(size, thousandths);
   ratios.compare(
       name, "avx2 loop", size < 1000000 ? 0 : 1.1,
       [&] { benchmark::DoNotOptimize(a.ours.Recount()); },
@@ -198,17 +218,20 @@ void atRandom(int32_t size, const Access& access) {
 }
 
 void compareRandomAccess(bench::Ratios& ratios, int32_t size) {
+  const std::string setName = nameOf("10000 random sets", size);
+  const std::string testName = nameOf("10000 random tests", size);
+  if (!ratios.wants(setName) && !ratios.wants(testName)) return;
   Sample a(size, 500);
   std::vector<bool> flat(static_cast<size_t>(size));
   a.ours.CountSet();
   const double bar = size < 1000000 ? 1.6 : size < 100000000 ? 1.35 : 1.25;
   const auto sets = [&] { atRandom(size, [&](int32_t b) { a.ours.Set(b); }); };
-  ratios.compare(nameOf("10000 random sets", size), peerName, bar, sets,
+  ratios.compare(setName, peerName, bar, sets,
                  [&] { atRandom(size, [&](int32_t b) { a.peer.set(static_cast<size_t>(b)); }); });
-  ratios.compare(nameOf("10000 random sets", size), "std::vector<bool>", bar, sets,
+  ratios.compare(setName, "std::vector<bool>", bar, sets,
                  [&] { atRandom(size, [&](int32_t b) { flat[static_cast<size_t>(b)] = true; }); });
   ratios.compare(
-      nameOf("10000 random tests", size), peerName, bar,
+      testName, peerName, bar,
       [&] {
         int sum = 0;
         atRandom(size, [&](int32_t b) { sum += a.ours.Test(b); });
@@ -222,6 +245,10 @@ void compareRandomAccess(bench::Ratios& ratios, int32_t size) {
 }
 
 void compareWalks(bench::Ratios& ratios, int32_t size, int thousandths) {
+  const std::string visitor = nameOf("visitor", size, thousandths);
+  const std::string iterator = nameOf("iterator", size, thousandths);
+  const std::string next = nameOf("NextSet for each bit", size, thousandths);
+  if (!ratios.wants(visitor) && !ratios.wants(iterator) && !ratios.wants(next)) return;
   const Sample a(size, thousandths);
   const auto loop = [&] {
     Sum sum;
@@ -229,7 +256,7 @@ void compareWalks(bench::Ratios& ratios, int32_t size, int thousandths) {
     benchmark::DoNotOptimize(sum.total);
   };
   ratios.compare(
-      nameOf("visitor", size, thousandths), "avx2 loop", 1.1,
+      visitor, "avx2 loop", 1.1,
       [&] {
         Sum sum;
         a.ours.ForEachSet(sum);
@@ -237,7 +264,7 @@ void compareWalks(bench::Ratios& ratios, int32_t size, int thousandths) {
       },
       loop);
   ratios.compare(
-      nameOf("iterator", size, thousandths), "avx2 loop", 1.9,
+      iterator, "avx2 loop", 1.9,
       [&] {
         int64_t sum = 0;
         for (BitVectorIter i(a.ours); !i.AtEnd(); i.Next()) sum += i.Bit();
@@ -247,7 +274,7 @@ void compareWalks(bench::Ratios& ratios, int32_t size, int thousandths) {
   if (size > 1000000 && thousandths > 1) return;  // as with fewer bits, a hundred times as long
   const double bar = thousandths == 999 ? 0.8 : thousandths == 500 ? 0.85 : 0;
   ratios.compare(
-      nameOf("NextSet for each bit", size, thousandths), peerName, bar,
+      next, peerName, bar,
       [&] {
         int64_t sum = 0;
         for (int32_t b = a.ours.NextSet(-1); b >= 0; b = a.ours.NextSet(b)) sum += b;
@@ -261,11 +288,13 @@ void compareWalks(bench::Ratios& ratios, int32_t size, int thousandths) {
 }
 
 void compareNextClear(bench::Ratios& ratios, int32_t size) {
+  const std::string name = nameOf("NextClear for each bit", size, 999);
+  if (!ratios.wants(name)) return;
   Sample a(size, 999);
   // The loop stops at the last word alone; both see the same bits before it.
   const int32_t end = a.ours.PrevClear(size - 1);
   ratios.compare(
-      nameOf("NextClear for each bit", size, 999), "word loop", 0.8,
+      name, "word loop", 0.8,
       [&] {
         int64_t sum = 0;
         for (int32_t b = a.ours.NextClear(0); b < end; b = a.ours.NextClear(b)) sum += b;
@@ -277,6 +306,127 @@ void compareNextClear(bench::Ratios& ratios, int32_t size) {
           sum += b;
         }
         benchmark::DoNotOptimize(sum);
+      });
+}
+
+// ---------------------------------------------------------------------------------------------
+// Whole vectors
+
+void compareMaking(bench::Ratios& ratios) {
+  ratios.compare(
+      "made and destroyed, 1000", peerName, 0,
+      [] {
+        const BitVector bits(999);
+        benchmark::DoNotOptimize(bits.MaximumBit());
+      },
+      [] {
+        const Peer bits(1000);
+        benchmark::DoNotOptimize(bits.size());
+      });
+}
+
+// Each begins with a copy.
+void compareChanges(bench::Ratios& ratios, int32_t size) {
+  const auto compare = [&](const std::string& work, const auto& ours, const auto& theirs) {
+    const std::string name = nameOf("copied and " + work, size);
+    if (!ratios.wants(name)) return;
+    const Sample a(size, 500);
+    const Sample mask(size, 500, 2);
+    BitVector copy(a.ours);
+    Peer peer(a.peer);
+    ratios.compare(
+        name, peerName, 0,
+        [&] {
+          copy = a.ours;
+          ours(copy, mask.ours);
+        },
+        [&] {
+          peer = a.peer;
+          theirs(peer, mask.peer);
+        });
+  };
+  compare(
+      "a range set", [&](BitVector& x, const BitVector&) { x.SetRange(100, size - 100); },
+      [&](Peer& x, const Peer&) { x.set(100, static_cast<size_t>(size) - 199, true); });
+  compare(
+      "shifted", [](BitVector& x, const BitVector&) { x.Shift(77); },
+      [](Peer& x, const Peer&) { x <<= 77; });
+  compare(
+      "compacted", [](BitVector& x, const BitVector& mask) { x.Compact(mask); },
+      [](Peer& x, const Peer& mask) {
+        size_t place = 1;
+        for (size_t b = 0; b < x.size(); ++b) {
+          if (mask[b]) x[place++] = x[b];
+        }
+        x.resize(place);
+      });
+  compare(
+      "masked bits removed", [](BitVector& x, const BitVector& mask) { x.RemoveMasked(mask); },
+      [](Peer& x, const Peer& mask) {
+        size_t place = 0;
+        for (size_t b = 0; b < x.size(); ++b) {
+          if (!mask[b]) x[place++] = x[b];
+        }
+        x.resize(place);
+      });
+}
+
+// The other's bits, each to the place that a map names.
+void compareMap(bench::Ratios& ratios, int32_t size) {
+  const std::string name = nameOf("copied by a map", size);
+  if (!ratios.wants(name)) return;
+  Sample a(size, 500);
+  const Sample b(size, 500, 2);
+  OroMM::IntArray map(size);
+  std::vector<int32_t> flat(static_cast<size_t>(size));
+  std::mt19937 random(5);
+  for (int32_t i = 1; i < size; ++i) {
+    flat[static_cast<size_t>(i)] = static_cast<int32_t>(random() % static_cast<uint32_t>(size));
+    map.Set(i, flat[static_cast<size_t>(i)]);
+  }
+  ratios.compare(
+      name, "a loop over boost::dynamic_bitset", 0, [&] { a.ours.CopyMapped(b.ours, map); },
+      [&] {
+        for (size_t i = 0; i < flat.size(); ++i) {
+          if (flat[i] != 0) a.peer[static_cast<size_t>(flat[i])] = b.peer[i];
+        }
+      });
+}
+
+// ---------------------------------------------------------------------------------------------
+// Chunks, as far as they do not depend on a file
+
+// Takes what comes, and keeps nothing.
+class Sink : public BinOutput {
+ public:
+  int64_t WriteRaw(const void*, int64_t count) override {
+    at_ += count;
+    return count;
+  }
+  int64_t ReadRaw(void*, int64_t) override { return 0; }
+  int64_t Tell() override { return at_; }
+  bool Seek(int64_t, bool) override { return false; }
+  bool IsGood() override { return true; }
+  bool Close() override { return true; }
+
+ private:
+  int64_t at_ = 0;
+};
+
+void compareChunks(bench::Ratios& ratios, int32_t size) {
+  const std::string name = nameOf("dense chunk written", size);
+  if (!ratios.wants(name)) return;
+  const Sample a(size, 500);
+  Words swapped(a.words.size());
+  ratios.compare(
+      name, "swapping copy", 0,
+      [&] {
+        Sink sink;
+        a.ours.Write(sink);
+      },
+      [&] {
+        for (size_t i = 0; i < swapped.size(); ++i) swapped[i] = __builtin_bswap32(a.words[i]);
+        benchmark::DoNotOptimize(swapped.data());
       });
 }
 
@@ -332,15 +482,15 @@ void fillClusters(Blocks& blocks, uint32_t seed) {
 
 void compareBlocks(bench::Ratios& ratios, const std::string& kind,
                    void (*fill)(Blocks&, uint32_t)) {
-  constexpr char roaring[] = "CRoaring";
-  Blocks b;
-  fill(b, 2);
   const auto compare = [&](const std::string& work, const auto& ours, const auto& theirs) {
+    const std::string name = "blocks, " + work + ", " + kind;
+    if (!ratios.wants(name)) return;
     Blocks a;
     fill(a, 1);
+    Blocks b;
+    fill(b, 2);
     ratios.compare(
-        "blocks, " + work + ", " + kind, roaring, 1.0, [&] { ours(a.ours, b.ours); },
-        [&] { theirs(a.peer, b.peer); });
+        name, "CRoaring", 1.0, [&] { ours(a.ours, b.ours); }, [&] { theirs(a.peer, b.peer); });
   };
   compare(
       "and", [](auto& x, const auto& y) { x &= y; },
@@ -419,6 +569,10 @@ int main(int argc, char** argv) {
     }
     compareNextClear(ratios, size);
   }
+  compareMaking(ratios);
+  compareChanges(ratios, 1000000);
+  compareMap(ratios, 1000000);
+  compareChunks(ratios, 1000000);
   compareBlocks(ratios, "runs", fillRuns);
   compareBlocks(ratios, "clusters", fillClusters);
 }

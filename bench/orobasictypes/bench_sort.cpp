@@ -8,38 +8,13 @@
 #include <string>
 #include <vector>
 
+#include "bench/orobasictypes/foreignrecords.h"
 #include "bench/support/ratios.h"
 #include "orobasictypes/applyorder.h"
 #include "orobasictypes/quicksort.h"
 #include "tests/support/countingmanager.h"
 
 namespace {
-
-class ByKey : public QuickSort_Compare {
- public:
-  explicit ByKey(const std::vector<double>& keys) : keys_(keys) {}
-  int32_t Compare(int32_t a, int32_t b) override {
-    const double first = keys_[static_cast<size_t>(a)];
-    const double second = keys_[static_cast<size_t>(b)];
-    return first < second ? -1 : first > second ? 1 : 0;
-  }
-
- private:
-  const std::vector<double>& keys_;
-};
-
-class MovePoints : public QuickSort_Assign {
- public:
-  explicit MovePoints(OroMM::VectorArray& points) : points_(points) {}
-  void Assign(int32_t from, int32_t to) override {
-    const OroVector point = from == -1 ? held_ : points_.Get(from);
-    (to == -1 ? held_ : points_.At(to)) = point;
-  }
-
- private:
-  OroMM::VectorArray& points_;
-  OroVector held_;
-};
 
 [[gnu::noipa]] void applyByCycles(const std::vector<int32_t>& index, QuickSort_Assign& assign) {
   std::vector<bool> done(index.size());
@@ -64,6 +39,7 @@ class MovePoints : public QuickSort_Assign {
 }
 
 void compareSort(bench::Ratios& ratios, const std::string& name, int32_t count, uint32_t keys) {
+  if (!ratios.wants("index sort, " + name)) return;
   std::vector<double> values(static_cast<size_t>(count));
   std::mt19937 random(1);
   for (double& value : values) value = random() % keys;
@@ -83,6 +59,7 @@ void compareSort(bench::Ratios& ratios, const std::string& name, int32_t count, 
 }
 
 void compareOrder(bench::Ratios& ratios, const std::string& name, int32_t count) {
+  if (!ratios.wants("order applied, " + name)) return;
   OroMM::VectorArray points(count);
   points.Materialize(true);
   std::vector<int32_t> flat(static_cast<size_t>(count));

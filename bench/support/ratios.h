@@ -36,6 +36,9 @@ class Ratios {
     }
   }
 
+  // Whether a comparison of this name would run; its data may be dear to make.
+  bool wants(const std::string& name) const { return std::regex_search(name, std::regex(filter_)); }
+
   // Runs `ours` against `peer`, each one operation, as often as it takes. `bar` is the ratio that
   // must not be passed; 0 where there is none.
   template <class Ours, class Peer>
@@ -51,7 +54,7 @@ class Ratios {
   template <class Ours, class Peer>
   void compareSessions(const std::string& name, const std::string& peerName, double bar,
                        const Ours& ours, const Peer& peer) {
-    if (!std::regex_search(name, std::regex(filter_))) return;
+    if (!wants(name)) return;
     const int64_t ourCount = operationsPerRound(ours);
     const int64_t peerCount = operationsPerRound(peer);
     std::vector<double> ourTimes;
