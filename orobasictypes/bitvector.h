@@ -73,8 +73,12 @@ class BitVector : public OroShared {
   // Sets a bit that there is room for; whether it was clear.
   bool Insert(int32_t b) {
     uint32_t* const word = wordOf(static_cast<uint32_t>(b));
-    const bool wasClear = word == nullptr || (*word >> (b & 31) & 1) == 0;
-    if (wasClear) Set(b);
+    if (word == nullptr) {
+      setSlowly(b);
+      return true;
+    }
+    const bool wasClear = (*word >> (b & 31) & 1) == 0;
+    setIn(*word, b);
     return wasClear;
   }
   void Clear(int32_t b) {

@@ -71,7 +71,7 @@ inline uint64_t pairAt(const uint32_t* a, bool hasSecond) {
   return pair;
 }
 
-// One bit for each of 4 pairs, and of 16, that is 0.
+// One bit for each of 4 pairs that is 0, and for each of 16 that is not.
 __attribute__((target("avx2"), always_inline)) inline unsigned clearPairsOfEight(
     const uint32_t* a) {
   const __m256i words = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(a));
