@@ -101,6 +101,10 @@ bool PointCloud::append(const PointCloud& other) {
   return true;
 }
 
+void PointCloud::own() {
+  if (points_->refCount() > 1) points_ = static_cast<OroVectorArray*>(points_->Clone(true));
+}
+
 // A spare point at the end, since the last one never stays.
 void PointCloud::keep(const BitVector& mask) {
   points_->Add(OroVector());

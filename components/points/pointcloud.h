@@ -54,6 +54,9 @@ class PointCloud {
   // Adds the other's points. Colours stay where both have them, or either has no points.
   bool append(const PointCloud& other);
   void dropColors() { points_->SetHasColors(false); }
+  // From here on nobody else holds the array: who does keeps the points as they are now. For those
+  // who move points in it.
+  void own();
   // Keeps the points that the mask has, in their order.
   void keep(const BitVector& mask);
   // Point i becomes point map[i]. Requires: a permutation of 1 to count().

@@ -3,6 +3,7 @@
 #include "components/kit/orocomponentrecord.h"
 #include "components/points/pointapplication.h"
 #include "components/points/pointarrayfactory.h"
+#include "components/points/pointclouds.h"
 #include "components/points/pointcommandaccess.h"
 #include "components/points/pointcommands.h"
 #include "components/points/pointdocument.h"
@@ -43,6 +44,10 @@ constexpr OroClassEntry kClasses[] = {
      PointCommands::className(),
      OroSharing::shared,
      oroMake<PointCommands>},
+    {{0x6F27C8D4, 0x30BE, 0x4A95, {0xB1, 0x7D, 0x28, 0xE0, 0x94, 0x5B, 0xC3, 0x6A}},
+     PointClouds::className(),
+     OroSharing::shared,
+     oroMake<PointClouds>},
     {{0xC0290103, 0x855D, 0x4F55, {0x99, 0xEC, 0x87, 0x12, 0xE8, 0xE3, 0x57, 0x4F}},
      PointCommandAccess::className(),
      OroSharing::shared,

@@ -64,6 +64,7 @@ LAYERS = [
 
 # Headers in angle brackets that a folder may include beside those of the C++ library.
 THIRD_PARTY = {
+    "components/points/": ["png.h"],
     "components/pythonscript/": ["Python.h", "pybind11/"],
     "components/xmldom/": ["pugixml.hpp"],
     "platform/posix/nationaltext.cpp": ["unicode/"],
