@@ -3,8 +3,8 @@
 //
 // Its addresses are good as long as the object lives. Coordinates and colours that commands change
 // are seen here, and the other way round. A command that takes points away, adds some or moves them
-// gives the cloud a storage of its own first: this one then keeps the points of before, and no longer
-// belongs to the cloud. One thread.
+// gives the cloud a storage of its own first: this one then keeps the points of before, and no
+// longer belongs to the cloud. One thread.
 #pragma once
 
 #include <cstdint>

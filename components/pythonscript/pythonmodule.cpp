@@ -4,6 +4,8 @@
 
 #include <vector>
 
+#include "components/pythonscript/pythoncloud.h"
+#include "components/pythonscript/pythoncommands.h"
 #include "components/pythonscript/pythonerrors.h"
 #include "components/pythonscript/pythonprogress.h"
 #include "components/pythonscript/pythonsettings.h"
@@ -29,7 +31,9 @@ void fill(py::module_& module) {
   definePythonErrors(module);
   PythonSettings::define(module);
   PythonProgress::define(module);
-  module.def("translate", translate, py::arg("key"),
+  PythonCloud::define(module);
+  definePythonCommands(module);
+  module.def("text", translate, py::arg("key"),
              "The text of an English key in the user's language; arguments fill %1 onward.");
 }
 

@@ -2,7 +2,7 @@
 
 const char* const pythonRunnerSource = R"PYTHON(
 import atexit, builtins, gc, linecache, os, shlex, sys, threading, traceback, types
-from cowl import translate
+from cowl import text as translate
 
 RECURSION_LIMIT = sys.getrecursionlimit()
 FORMAT = traceback.format_exception

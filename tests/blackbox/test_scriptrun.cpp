@@ -240,7 +240,7 @@ TEST_F(ScriptRun, AScriptMayChooseWhereToSave) {
 }
 
 TEST_F(ScriptRun, Translates) {
-  EXPECT_EQ(output("import cowl\nprint(cowl.translate('%1 of %2', 1, 'b'))\n"), "1 of b\n");
+  EXPECT_EQ(output("import cowl\nprint(cowl.text('%1 of %2', 1, 'b'))\n"), "1 of b\n");
 }
 
 TEST_F(ScriptRun, ImportsNumPy) {

@@ -1,0 +1,166 @@
+// Scripts that work on points: the commands, and the arrays over the storage.
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "tests/blackbox/childprocess.h"
+#include "tests/tempfolder.h"
+
+namespace {
+
+testing::AssertionResult holds(const std::string& text, const std::string& part) {
+  if (text.find(part) != text.npos) return testing::AssertionSuccess();
+  return testing::AssertionFailure() << "no '" << part << "' in: " << text.substr(0, 4000);
+}
+
+class ScriptPoints : public testing::Test {
+ protected:
+  void SetUp() override {
+    std::string text;
+    for (int i = 0; i < 3000; ++i) {
+      text += std::to_string(i) + " " + std::to_string(i % 7) + " 0.5 " + std::to_string(i % 256) +
+              " 10 20\n";
+    }
+    folder_.write("in.xyz", text);
+  }
+
+  tests::ChildResult run(const std::string& source, std::vector<std::string> more = {}) {
+    folder_.write("do.py", "import cowl\n" + source);
+    more.insert(more.begin(), {"-script", "do.py", "-input", "in.xyz"});
+    const auto result = tests::runChild({tests::cowlProgram(), more, {}, folder_.path()});
+    EXPECT_TRUE(result.started);
+    EXPECT_FALSE(result.timedOut);
+    return result;
+  }
+  std::string output(const std::string& source) {
+    const auto result = run(source);
+    EXPECT_EQ(result.errors, "");
+    return result.output;
+  }
+  std::string errors(const std::string& source) { return run(source).errors; }
+
+  tests::TempFolder folder_;
+};
+
+TEST_F(ScriptPoints, TheDocumentListsItsClouds) {
+  EXPECT_EQ(output("d = cowl.document\nprint(len(d), d[0].name, len(d['in']), d[-1])\n"
+                   "print([len(c) for c in d], d.clouds)\n"),
+            "1 in 3000 <cowl.Cloud 'in', 3000 points>\n"
+            "[3000] [<cowl.Cloud 'in', 3000 points>]\n");
+  EXPECT_TRUE(holds(errors("cowl.document[1]\n"), "IndexError"));
+  EXPECT_TRUE(holds(errors("cowl.document['out']\n"), "KeyError"));
+  EXPECT_TRUE(holds(errors("cowl.document[1.5]\n"), "TypeError"));
+}
+
+TEST_F(ScriptPoints, CommandsTakeValuesByPlaceAndByName) {
+  EXPECT_EQ(output("import numpy\nprint(cowl.crop((10, 0, 0), max=numpy.array([19, 9, 9])))\n"
+                   "print(cowl.translate(by=[1, 2, 3]))\nprint(cowl.bounds()['min'])\n"
+                   "print(cowl.transform(numpy.eye(4)), cowl.thin(count=numpy.int64(4)))\n"),
+            "{'before': 3000, 'after': 10}\nNone\n(11.0, 2.0, 3.5)\n"
+            "None {'before': 10, 'after': 4}\n");
+}
+
+TEST_F(ScriptPoints, CommandsTellWhatIsWrong) {
+  EXPECT_TRUE(holds(errors("cowl.translate((1, 2))\n"), "cowl.Error: The value by of translate"));
+  EXPECT_TRUE(holds(errors("cowl.translate()\n"), "translate needs the value by"));
+  EXPECT_TRUE(holds(errors("cowl.translate((1, 2, 3), 4)\n"), "TypeError"));
+  EXPECT_TRUE(holds(errors("cowl.translate((1, 2, 3), by=4)\n"), "given twice"));
+  EXPECT_TRUE(holds(errors("cowl.translate(to=4)\n"), "has no value named to"));
+  EXPECT_TRUE(holds(errors("cowl.translate(object())\n"), "TypeError"));
+  EXPECT_TRUE(holds(errors("cowl.translate(range(10**9))\n"), "ValueError"));
+  EXPECT_TRUE(holds(errors("a = []\na.append(a)\ncowl.translate(a)\n"), "TypeError"));
+  EXPECT_TRUE(holds(errors("cowl.translate((1, 2, 3), cloud='no')\n"), "KeyError"));
+  EXPECT_TRUE(holds(errors("cowl.sort('\\0')\n"), "ValueError"));
+  EXPECT_TRUE(holds(errors("cowl.open('absent.xyz')\n"), "cowl.Error"));
+}
+
+TEST_F(ScriptPoints, CommandsHaveHelp) {
+  const std::string text = output("cowl.help()\nprint(cowl.crop.__doc__)\n");
+  EXPECT_TRUE(holds(text, "voxel_thin(size)\nKeeps one point for each cube of space"));
+  EXPECT_TRUE(holds(text, "crop(min=None, max=None, inside=None, selected=None)"));
+}
+
+TEST_F(ScriptPoints, ArraysShowTheStorageItself) {
+  EXPECT_EQ(output("c = cowl.document[0]\nsizes = []\n"
+                   "for b in c.blocks():\n"
+                   "    sizes.append((b.first, len(b), b.points.shape, b.colors.shape))\n"
+                   "    b.points[:, 2] += 1\n    b.colors[:, 0] = 7\n"
+                   "print(sizes)\nprint(cowl.bounds()['max'], c.colors[2999])\n"
+                   "c.colors[2999, 1] = 99\nprint(c.colors[2999], c.colors.flags.owndata)\n"),
+            "[(0, 1023, (1023, 3), (1023, 3)), (1023, 1024, (1024, 3), (1024, 3)), "
+            "(2047, 953, (953, 3), (953, 3))]\n(2999.0, 6.0, 1.5) [ 7 10 20]\n"
+            "[ 7 99 20] False\n");
+}
+
+TEST_F(ScriptPoints, AllPointsAreAViewWhereTheyLieInOnePieceElseACopyThatRefusesWriting) {
+  EXPECT_TRUE(holds(errors("cowl.document[0].points[0, 0] = 1\n"), "read-only"));
+  EXPECT_EQ(
+      output("c = cowl.document[0]\np = c.points\nprint(p.shape, p[2999, 0])\n"
+             "cowl.thin(5)\nc.points[0] = (7, 8, 9)\nprint(c.points[0], cowl.bounds()['max'])\n"
+             "c.points = c.points * 2\nprint(c.points[0])\n"),
+      "(3000, 3) 2999.0\n[7. 8. 9.] (2400.0, 8.0, 9.0)\n[14. 16. 18.]\n");
+  EXPECT_TRUE(holds(errors("import numpy\ncowl.document[0].points = numpy.zeros((2, 3))\n"),
+                    "another shape"));
+}
+
+TEST_F(ScriptPoints, AnArrayOutlivesItsPoints) {
+  EXPECT_EQ(output("c = cowl.document[0]\nb = list(c.blocks())\nk = c.colors\n"
+                   "cowl.thin(2)\ncowl.deduplicate()\ncowl.sort('x', descending=True)\n"
+                   "print(len(c), sum(x.points[:, 0].sum() for x in b), k[255, 0])\n"
+                   "b[0].points[:] = 5\nprint(cowl.bounds()['max'])\n"
+                   "cowl.open('in.xyz')\ncowl.merge()\nprint(len(c), len(cowl.document))\n"
+                   "del b, k\nprint(list(c.points[0]))\n"),
+            "2 4498500.0 255\n(1500.0, 2.0, 0.5)\n3002 1\n[1500.0, 2.0, 0.5]\n");
+}
+
+TEST_F(ScriptPoints, AnEmptyCloudHasEmptyArrays) {
+  EXPECT_EQ(output("c = cowl.document[0]\ncowl.crop(max=(-1, 0, 0))\n"
+                   "print(c.points.shape, list(c.blocks()), c.selection.shape, cowl.bounds())\n"
+                   "cowl.sort()\ncowl.deduplicate()\ncowl.to_gray()\ncowl.thin(5)\n"),
+            "(0, 3) [] (0,) {'points': 0}\n");
+}
+
+TEST_F(ScriptPoints, SelectionsAndColoursAreSetFromArrays) {
+  EXPECT_EQ(output("import numpy\nc = cowl.document[0]\nc.selection = numpy.arange(3000) % 2 == 0\n"
+                   "print(c.selected_count, c.selection[:3])\n"
+                   "print(cowl.crop(selected=1)['after'], c.selected_count)\n"
+                   "c.colors = None\nprint(c.colors)\n"
+                   "c.colors = numpy.full((1500, 3), 9)\nprint(c.colors[1499])\n"),
+            "1500 [ True False  True]\n1500 1500\nNone\n[9 9 9]\n");
+  EXPECT_TRUE(holds(errors("cowl.document[0].selection = [True]\n"), "another shape"));
+  EXPECT_TRUE(holds(errors("cowl.document[0].colors = [[1, 2, 3]]\n"), "another shape"));
+}
+
+TEST_F(ScriptPoints, AnInterruptStopsACommandAndNoPointIsLost) {
+  std::string text;
+  for (int i = 0; i < 100000; ++i) text += std::to_string(i * 7919 % 100003) + " 0 0\n";
+  folder_.write("in.xyz", text);
+  const auto result =
+      run("import signal\nsignal.signal(signal.SIGALRM, signal.default_int_handler)\n"
+          "signal.setitimer(signal.ITIMER_REAL, 0.1)\n"
+          "while True:\n    cowl.sort('x')\n    cowl.sort('x', descending=True)\n",
+          {"-output", "out.xyz"});
+  EXPECT_TRUE(holds(result.errors, "KeyboardInterrupt"));
+  std::istringstream lines(folder_.read("out.xyz"));
+  std::set<std::string> points;
+  for (std::string line; std::getline(lines, line);) points.insert(line);
+  EXPECT_EQ(points.size(), 100000u);
+}
+
+TEST_F(ScriptPoints, SavesAndOpensAgain) {
+  EXPECT_EQ(
+      output("import pathlib\ncowl.thin(3)\ncowl.save('a.xyz')\n"
+             "print(cowl.open(pathlib.Path('a.xyz')))\nprint([c.name for c in cowl.document])\n"),
+      "{'points': 3}\n['in', 'a']\n");
+  EXPECT_EQ(folder_.read("a.xyz"),
+            "0.0 0.0 0.5 0 10 20\n1000.0 6.0 0.5 232 10 20\n2000.0 5.0 0.5 208 10 20\n");
+  EXPECT_TRUE(holds(errors("cowl.save('a.nonsense')\n"), "cowl.Error"));
+  EXPECT_TRUE(holds(errors("cowl.snapshot('absent/a.png')\n"), "was not written"));
+}
+
+}  // namespace
