@@ -22,19 +22,19 @@ class IOroMManager : public virtual IOroUnknown {
   // Accepts null.
   virtual void FreeBlock(void* block) = 0;
 
-  // Not called by the host; the place counts. Implementations return 0.
-  virtual int32_t unusedSlot3() = 0;
+  // Not called by the host; the place counts. Implementations do nothing.
+  virtual void unusedPlace3() = 0;
 
   // Gives memory back to the heap, typically one page; false when nothing more can be given.
   virtual bool ReleaseMemory() = 0;
 
-  // Not called by the host; the place counts. Implementations return 0.
-  virtual int32_t unusedSlot5() = 0;
-  virtual int32_t unusedSlot6() = 0;
-  virtual int32_t unusedSlot7() = 0;
-  virtual int32_t unusedSlot8() = 0;
-  virtual int32_t unusedSlot9() = 0;
-  virtual int32_t unusedSlot10() = 0;
+  // Not called by the host; the place counts. Implementations do nothing.
+  virtual void unusedPlace5() = 0;
+  virtual void unusedPlace6() = 0;
+  virtual void unusedPlace7() = 0;
+  virtual void unusedPlace8() = 0;
+  virtual void unusedPlace9() = 0;
+  virtual void unusedPlace10() = 0;
 
   // The limits and the present use, all in pages of 24 KiB.
   virtual int64_t CoreLimit() = 0;
@@ -43,11 +43,11 @@ class IOroMManager : public virtual IOroUnknown {
 
   virtual int64_t SwapPages() = 0;
 
-  // Not called by the host; the place counts. Implementations return 0.
-  virtual int32_t unusedSlot14() = 0;
-  virtual int32_t unusedSlot15() = 0;
-  virtual int32_t unusedSlot16() = 0;
-  virtual int32_t unusedSlot17() = 0;
+  // Not called by the host; the place counts. Implementations do nothing.
+  virtual void unusedPlace14() = 0;
+  virtual void unusedPlace15() = 0;
+  virtual void unusedPlace16() = 0;
+  virtual void unusedPlace17() = 0;
 
   virtual int64_t CorePages() = 0;
 };

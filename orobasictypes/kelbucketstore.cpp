@@ -64,8 +64,9 @@ void* KelBucketStore::allocate(int32_t size, int32_t& actual) {
 bool KelBucketStore::release(int32_t size, void** pointer) {
   if (*pointer == nullptr || size <= 0) return false;
   if (keeps(size)) {
+    const Bucket bucket = bucketOf(size);
     const std::lock_guard hold(*lock_);
-    keepHeld(size, *pointer);
+    keepHeld(bucket, *pointer);
   } else {
     freeBlock(*pointer);
   }
@@ -100,16 +101,23 @@ void KelBucketStore::setEnabled(bool enabled) {
 
 void KelBucketStore::takeAllHeld(KelBucketStore& other) {
   for (int32_t index = 0; index < other.capacity_; ++index) {
-    KelBucketList* const list = std::exchange(other.table_[index], nullptr);
-    if (list == nullptr) continue;
-    KelBucketList*& own = slotHeld(index);
-    if (own == nullptr) {
-      own = list;
-      continue;
+    if (KelBucketList* const list = std::exchange(other.table_[index], nullptr)) {
+      putBehindHeld(index, list);
     }
-    for (int32_t i = 1; i <= list->count; ++i) append(*own, list->entries[i]);
-    freeList(list);
   }
+}
+
+// A bucket without a list takes the list as it is.
+void KelBucketStore::putBehindHeld(int32_t index, KelBucketList* list) {
+  KelBucketList*& own = slotHeld(index);
+  if (own == nullptr) {
+    own = list;
+    return;
+  }
+  for (int32_t i = 1; i <= list->count; ++i) {
+    keepHeld({index, list->entries[i].size}, list->entries[i].block);
+  }
+  freeList(list);
 }
 
 bool KelBucketStore::isLikeHeld(const KelBucketStore& other) const {
@@ -121,9 +129,32 @@ void KelBucketStore::exchangeTablesHeld(KelBucketStore& other) {
   std::swap(table_, other.table_);
 }
 
+// A request that the heap refuses may come back here on its own thread, for what it does to find
+// room uses strings. So what grows is out of reach meanwhile, and what is kept in the meantime is
+// put behind it afterwards.
+
+void KelBucketStore::makeRoomHeld(int32_t index) {
+  KelBucketList* list = std::exchange(table_[index], nullptr);
+  if (list == nullptr) list = newList();
+  reserve(*list, list->count + 1);
+  KelBucketList* const meanwhile = std::exchange(table_[index], list);
+  if (meanwhile == nullptr) return;
+  putBehindHeld(index, meanwhile);
+  if (table_[index]->count + 1 >= table_[index]->capacity) makeRoomHeld(index);
+}
+
 void KelBucketStore::growTableHeld(int32_t index) {
-  const int32_t wanted = kelGrowSize(capacity_, index + 1);
-  capacity_ = kelRealloc(table_, sizeof *table_, capacity_, index + 1, wanted);
+  KelBucketList** table = std::exchange(table_, nullptr);
+  const int32_t before = std::exchange(capacity_, 0);
+  const int32_t capacity =
+      kelRealloc(table, sizeof *table, before, index + 1, kelGrowSize(before, index + 1));
+  if (before == 0) std::memset(table, 0, static_cast<size_t>(capacity) * sizeof *table);
+  KelBucketList** const meanwhile = std::exchange(table_, table);
+  const int32_t slots = std::exchange(capacity_, capacity);
+  for (int32_t i = 0; i < slots; ++i) {
+    if (meanwhile[i] != nullptr) putBehindHeld(i, meanwhile[i]);
+  }
+  kelFree(meanwhile);
 }
 
 KelBucketList* KelBucketStore::newList() {
@@ -141,14 +172,11 @@ void KelBucketStore::freeList(KelBucketList* list) {
   kelFree(list);
 }
 
-void KelBucketStore::append(KelBucketList& list, KelBucketEntry entry) {
-  const int32_t index = list.count + 1;
-  if (index >= list.capacity) [[unlikely]] {
-    list.capacity = kelRealloc(list.entries, sizeof entry, list.capacity, index + 1,
-                               kelGrowSize(list.capacity, index + 1));
-  }
-  list.entries[index] = entry;
-  list.count = index;
+// Room for the entry of that number.
+void KelBucketStore::reserve(KelBucketList& list, int32_t number) {
+  if (number < list.capacity) return;
+  list.capacity = kelRealloc(list.entries, sizeof(KelBucketEntry), list.capacity, number + 1,
+                             kelGrowSize(list.capacity, number + 1));
 }
 
 void* KelBucketStore::freshBlock(int64_t size, int32_t& actual) {

@@ -47,8 +47,14 @@ class KelBucketStore {
   bool release(int32_t size, void** pointer);
   // True if a block of this size is kept when it comes back.
   bool keeps(int32_t size) const { return size <= maximum_.load(std::memory_order_relaxed); }
-  // Requires: keeps(size), a size above 0 and a block.
-  void keepHeld(int32_t size, void* block);
+  struct Bucket {
+    int32_t index;
+    int64_t size;
+  };
+  // The parameters never change, so this needs no lock.
+  Bucket bucketOf(int32_t size) const;
+  // Requires: the bucket of a size above 0 that keeps() is true for, and a block.
+  void keepHeld(Bucket bucket, void* block);
   void purge();
   void setEnabled(bool enabled);
 
@@ -64,17 +70,14 @@ class KelBucketStore {
   static void freeBlock(void* block);
 
  private:
-  struct Bucket {
-    int32_t index;
-    int64_t size;
-  };
-  Bucket bucketOf(int32_t size) const;
   Bucket bucketAboveLimit(int32_t size) const;
   KelBucketList*& slotHeld(int32_t index);
   void growTableHeld(int32_t index);
+  void makeRoomHeld(int32_t index);
+  void putBehindHeld(int32_t index, KelBucketList* list);
   static KelBucketList* newList();
   static void freeList(KelBucketList* list);
-  static void append(KelBucketList& list, KelBucketEntry entry);
+  static void reserve(KelBucketList& list, int32_t number);
   static void* freshBlock(int64_t size, int32_t& actual);
 
   static platform::CountLock moduleLock_;
@@ -118,10 +121,11 @@ inline void* KelBucketStore::allocateHeld(int32_t size, int32_t& actual) {
   return freshBlock(bucket.size, actual);
 }
 
-inline void KelBucketStore::keepHeld(int32_t size, void* block) {
-  const Bucket bucket = bucketOf(size);
-  KelBucketList*& list = slotHeld(bucket.index);
-  if (list == nullptr) [[unlikely]]
-    list = newList();
-  append(*list, {static_cast<uint32_t>(bucket.size), block});
+inline void KelBucketStore::keepHeld(Bucket bucket, void* block) {
+  KelBucketList* list = slotHeld(bucket.index);
+  if (list == nullptr || list->count + 1 >= list->capacity) [[unlikely]] {
+    makeRoomHeld(bucket.index);
+    list = table_[bucket.index];
+  }
+  list->entries[++list->count] = {static_cast<uint32_t>(bucket.size), block};
 }

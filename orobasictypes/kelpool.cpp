@@ -179,7 +179,7 @@ void kelPoolFree(int32_t size, void* pointer) {
     const Guard guard(Slot::lock());
     Pool* const pool = slot.current.load(std::memory_order_relaxed);
     if (pool != nullptr && pool->buckets().keeps(size)) {
-      pool->buckets().keepHeld(size, pointer);
+      pool->buckets().keepHeld(pool->buckets().bucketOf(size), pointer);
       return;
     }
   }

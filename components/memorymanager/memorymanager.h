@@ -45,16 +45,17 @@ class MemoryManager : public OroMM::IOroMManager, public IMemoryInit {
   int32_t unusedSlot1() override { return 0; }
   int32_t unusedSlot2() override { return 0; }
   int32_t unusedSlot3() override { return 0; }
-  int32_t unusedSlot5() override { return 0; }
-  int32_t unusedSlot6() override { return 0; }
-  int32_t unusedSlot7() override { return 0; }
-  int32_t unusedSlot8() override { return 0; }
-  int32_t unusedSlot9() override { return 0; }
-  int32_t unusedSlot10() override { return 0; }
-  int32_t unusedSlot14() override { return 0; }
-  int32_t unusedSlot15() override { return 0; }
-  int32_t unusedSlot16() override { return 0; }
-  int32_t unusedSlot17() override { return 0; }
+  void unusedPlace3() override {}
+  void unusedPlace5() override {}
+  void unusedPlace6() override {}
+  void unusedPlace7() override {}
+  void unusedPlace8() override {}
+  void unusedPlace9() override {}
+  void unusedPlace10() override {}
+  void unusedPlace14() override {}
+  void unusedPlace15() override {}
+  void unusedPlace16() override {}
+  void unusedPlace17() override {}
 
  private:
   BlockManager* made() const { return blocks_.load(std::memory_order_acquire); }

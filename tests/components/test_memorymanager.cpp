@@ -1,5 +1,6 @@
 #include "components/memorymanager/memorymanager.h"
 
+#include <iterator>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -45,6 +46,14 @@ TEST(MemoryManager, OperationsStandInTheirPlaces) {
   EXPECT_EQ(tests::slotNumber(&IOroMManager::SwapPages), 13);
   EXPECT_EQ(tests::slotNumber(&IOroMManager::CorePages), 18);
   EXPECT_EQ(tests::slotNumber(&IMemoryInit::end), 4);
+  // The eleven in between take and give nothing.
+  void (IOroMManager::*const unused[])() = {
+      &IOroMManager::unusedPlace3,  &IOroMManager::unusedPlace5,  &IOroMManager::unusedPlace6,
+      &IOroMManager::unusedPlace7,  &IOroMManager::unusedPlace8,  &IOroMManager::unusedPlace9,
+      &IOroMManager::unusedPlace10, &IOroMManager::unusedPlace14, &IOroMManager::unusedPlace15,
+      &IOroMManager::unusedPlace16, &IOroMManager::unusedPlace17};
+  const int places[] = {3, 5, 6, 7, 8, 9, 10, 14, 15, 16, 17};
+  for (size_t i = 0; i < std::size(places); ++i) EXPECT_EQ(tests::slotNumber(unused[i]), places[i]);
 }
 
 TEST(MemoryManager, EndsThroughItsOwnObject) {

@@ -1,6 +1,7 @@
 #include "interfaces/IOroHeapMemoryUsage.h"
 #include "orobasictypes/heapmemoryusage.h"
 
+#include <chrono>
 #include <cstdlib>
 #include <thread>
 #include <vector>
@@ -113,6 +114,25 @@ TEST(HeapMemoryUsage, OperationsAndFieldsStandInOrder) {
   EXPECT_EQ(fields[0], 3u);
   EXPECT_EQ(fields[1], 1u);
   EXPECT_EQ(fields[2], 2u);
+}
+
+TEST(HeapMemoryUsage, OneMutexServesTheWritesOfAllAndNoReading) {
+  HeapMemoryUsage first;
+  HeapMemoryUsage second;
+  kelHeapUsageMutex().lock();
+  std::thread reader([&] {
+    EXPECT_EQ(first.GetCurrent() + first.GetMark() + first.GetPeak(), 0u);
+    EXPECT_FALSE(kelHeapUsageMutex().tryLock());
+  });
+  reader.join();
+  std::thread writers[] = {std::thread([&] { first.Add(1); }), std::thread([&] { second.Add(2); })};
+  std::this_thread::sleep_for(std::chrono::milliseconds(20));
+  EXPECT_EQ(first.GetCurrent(), 0u);
+  EXPECT_EQ(second.GetCurrent(), 0u);
+  kelHeapUsageMutex().unlock();
+  for (std::thread& writer : writers) writer.join();
+  EXPECT_EQ(first.GetCurrent(), 1u);
+  EXPECT_EQ(second.GetCurrent(), 2u);
 }
 
 TEST(HeapMemoryUsage, ThreadsAddAndSubtractAtOnce) {

@@ -267,6 +267,23 @@ TEST_F(KelMemoryErrorTest, DrawingGoesOnAlsoWhenTheMessageThrows) {
   EXPECT_THAT(events, ElementsAre("suspend", "resume"));
 }
 
+TEST_F(KelMemoryErrorTest, RendererIsLookedUpOnceAlsoWhenAbsent) {
+  end([] { kelReportMemoryError(-4); });
+  publish("IGfxRenderer", new Renderer(events));
+  events.clear();
+  end([] { kelReportMemoryError(-4); });
+  EXPECT_THAT(events, ElementsAre("box without record")) << "it came too late";
+}
+
+TEST_F(KelMemoryErrorTest, RecordWithoutAFolderGoesToTheCurrentDirectory) {
+  const std::u16string before = platform::currentDirectory(1 << 15);
+  platform::setCurrentDirectory(platform::fromSystemPath(folder_.path().string()));
+  store_->InitOroString("Directories/Logs Directory", OroString::empty());
+  const std::string written = recordOf(0);
+  platform::setCurrentDirectory(before);
+  EXPECT_EQ(written, std::string(kSystemLines) + "oromm not available\n\n");
+}
+
 TEST_F(KelMemoryErrorTest, RendererOperationsAreTheSeventhAndTheEighth) {
   EXPECT_EQ(tests::slotNumber(&IGfxRenderer::suspend), 7);
   EXPECT_EQ(tests::slotNumber(&IGfxRenderer::resume), 8);

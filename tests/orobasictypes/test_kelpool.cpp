@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -120,6 +121,62 @@ TEST_F(KelPool, ListStartsWithNineEntriesAndDoublesAtTheNinth) {
   EXPECT_EQ(heap.sizes.back(), 36u * 16);
   kelPoolFree(4, blocks[18]);
   kelPoolFree(4, blocks[19]);
+}
+
+// A heap that is asked for more room gives these blocks back to the pool first, as strings do that
+// are used while room is looked for.
+class BusyHeap {
+ public:
+  explicit BusyHeap(std::vector<void*> blocks) {
+    given_ = std::move(blocks);
+    kelHeapCalls.reallocate = [](void* block, size_t bytes) {
+      for (void* other : std::exchange(given_, {})) kelPoolFree(4, other);
+      return std::realloc(block, bytes);
+    };
+  }
+
+ private:
+  static inline std::vector<void*> given_;
+  tests::FakeHeap heap_;  // puts the calls back
+};
+
+TEST_F(KelPool, BlocksGivenBackWhileTheirListGrowsAreKeptToo) {
+  std::vector<void*> own(9), meanwhile(30);
+  for (void*& block : own) block = take(4);
+  for (void*& block : meanwhile) block = take(4);
+  {
+    const BusyHeap heap(meanwhile);
+    for (void* block : own) kelPoolFree(4, block);
+  }
+  tests::FakeHeap heap;
+  std::vector<void*> back;
+  for (size_t i = 0; i < own.size() + meanwhile.size(); ++i) back.push_back(take(4));
+  EXPECT_EQ(heap.allocations, 0);
+  EXPECT_EQ(back.front(), own.back());
+  std::vector<void*> all = own;
+  all.insert(all.end(), meanwhile.begin(), meanwhile.end());
+  EXPECT_THAT(back, testing::UnorderedElementsAreArray(all)) << "each once";
+  for (void* block : back) kelPoolFree(4, block);
+}
+
+TEST_F(KelPool, BlocksGivenBackWhileTheTableGrowsAreKeptToo) {
+  void* const before = take(4);
+  void* const meanwhile = take(4);
+  void* const large = take(16384);
+  kelPoolFree(4, before);
+  {
+    const BusyHeap heap({meanwhile});
+    kelPoolFree(65536, take(65536));
+  }
+  kelPoolFree(16384, large);
+  tests::FakeHeap heap;
+  EXPECT_EQ(take(4), meanwhile);
+  EXPECT_EQ(take(4), before);
+  EXPECT_EQ(take(16384), large);
+  EXPECT_EQ(heap.allocations, 0);
+  kelPoolFree(4, before);
+  kelPoolFree(4, meanwhile);
+  kelPoolFree(16384, large);
 }
 
 TEST_F(KelPool, BucketIsAStack) {

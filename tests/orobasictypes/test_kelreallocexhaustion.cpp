@@ -375,6 +375,7 @@ TEST_F(ThroughFile, HeapThatStillRefusesEndsTheProcess) {
   const Sizes sizes = tried();
   ASSERT_GE(sizes.size(), 4u);
   EXPECT_EQ(Sizes(sizes.end() - 3, sizes.end()), Sizes(3, 8000));
+  EXPECT_THAT(files(), ElementsAre("memory.log"));
   EXPECT_EQ(record().substr(0, 29), "attempted:           8000b\n\ns");
 }
 

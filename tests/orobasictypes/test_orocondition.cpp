@@ -1,12 +1,14 @@
 #include "orobasictypes/orocondition.h"
 
 #include <mutex>
+#include <string>
 #include <thread>
 #include <vector>
 
 #include <gtest/gtest.h>
 
 #include "orobasictypes/oroconditionvariable.h"
+#include "platform/process.h"
 
 namespace {
 
@@ -134,6 +136,16 @@ TEST(OroCondition, HandsWorkOver) {
   for (std::thread& taker : takers) taker.join();
   EXPECT_EQ(taken, 300);
   EXPECT_EQ(items, 0);
+}
+
+TEST(OroCondition, SpinCountIsReadOnce) {
+  const OroCondition condition;
+  const int32_t count = OroCondition::spinCount();
+  const auto before = platform::environment("ORO_SPIN_COUNT");
+  platform::setEnvironment("ORO_SPIN_COUNT", std::to_string(count + 7));
+  const OroCondition other;
+  EXPECT_EQ(OroCondition::spinCount(), count);
+  platform::setEnvironment("ORO_SPIN_COUNT", before);
 }
 
 TEST(OroConditionVariable, HasRoomForTheSystemsOwn) {

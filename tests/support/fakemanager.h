@@ -38,17 +38,17 @@ class FakeManager : public OroMM::IOroMManager {
   int64_t SwapLimit() override { return 400000000; }
   int64_t SwapPages() override { return 3; }
   int64_t CorePages() override { return 100; }
-  int32_t unusedSlot3() override { return 0; }
-  int32_t unusedSlot5() override { return 0; }
-  int32_t unusedSlot6() override { return 0; }
-  int32_t unusedSlot7() override { return 0; }
-  int32_t unusedSlot8() override { return 0; }
-  int32_t unusedSlot9() override { return 0; }
-  int32_t unusedSlot10() override { return 0; }
-  int32_t unusedSlot14() override { return 0; }
-  int32_t unusedSlot15() override { return 0; }
-  int32_t unusedSlot16() override { return 0; }
-  int32_t unusedSlot17() override { return 0; }
+  void unusedPlace3() override {}
+  void unusedPlace5() override {}
+  void unusedPlace6() override {}
+  void unusedPlace7() override {}
+  void unusedPlace8() override {}
+  void unusedPlace9() override {}
+  void unusedPlace10() override {}
+  void unusedPlace14() override {}
+  void unusedPlace15() override {}
+  void unusedPlace16() override {}
+  void unusedPlace17() override {}
 };
 
 }  // namespace tests

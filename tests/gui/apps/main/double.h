@@ -23,6 +23,17 @@ class Double : public Interfaces... {
   const char* getClassName() const override { return Self::className(); }
 
   // Overrides where an interface has the place, and is an operation more where none has it.
+  virtual void unusedPlace3() {}
+  virtual void unusedPlace5() {}
+  virtual void unusedPlace6() {}
+  virtual void unusedPlace7() {}
+  virtual void unusedPlace8() {}
+  virtual void unusedPlace9() {}
+  virtual void unusedPlace10() {}
+  virtual void unusedPlace14() {}
+  virtual void unusedPlace15() {}
+  virtual void unusedPlace16() {}
+  virtual void unusedPlace17() {}
   virtual int32_t unusedSlot1() { return 0; }
   virtual int32_t unusedSlot2() { return 0; }
   virtual int32_t unusedSlot3() { return 0; }
