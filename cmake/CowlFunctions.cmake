@@ -109,16 +109,19 @@ function(cowl_add_test target)
   cowl_test_environment(${target})
 endfunction()
 
-# Sanitizers stop at the first finding; Wine has a prefix of its own and no display.
+# Sanitizers stop at the first finding; Wine has a prefix of its own and no display; the order of
+# words is nobody's own.
 function(cowl_test_environment test)
   set(environment
       "ASAN_OPTIONS=set:detect_leaks=1:detect_stack_use_after_return=1:strict_string_checks=1:allocator_may_return_null=1"
       "LSAN_OPTIONS=set:suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0"
       "UBSAN_OPTIONS=set:print_stacktrace=1:halt_on_error=1"
-      "TSAN_OPTIONS=set:halt_on_error=1:second_deadlock_stack=1")
+      "TSAN_OPTIONS=set:halt_on_error=1:second_deadlock_stack=1"
+      "LC_ALL=set:C.UTF-8")
   if(WIN32)
     set(environment "WINEPREFIX=set:${PROJECT_BINARY_DIR}/wine" "WINEDEBUG=set:-all"
-                    "WINEDLLOVERRIDES=set:mscoree,mshtml=" "DISPLAY=unset:")
+                    "WINEDLLOVERRIDES=set:mscoree,mshtml=" "DISPLAY=unset:"
+                    "LC_ALL=set:C.UTF-8")
     set_tests_properties(${test} PROPERTIES FIXTURES_REQUIRED wine_prefix)
   endif()
   set_tests_properties(${test} PROPERTIES TIMEOUT 600 ENVIRONMENT_MODIFICATION "${environment}")
