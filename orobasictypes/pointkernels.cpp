@@ -120,34 +120,39 @@ void settleZero(const OroVector* points, int64_t count, double OroVector::*axis,
   after = before == 0 ? before : firstZero(points, count, axis);
 }
 
-// Twelve doubles each, the coordinates in turn; the minimum keeps its second operand where the
-// first is not a number.
+// Twelve doubles, the coordinates of four points in turn.
 struct Lanes {
-  __m256d low[3];
-  __m256d high[3];
+  __m256d v[3];
 };
 
-__attribute__((target("avx2"))) void fold(const Lanes& lanes, OroVector& min, OroVector& max) {
-  alignas(32) double low[12];
-  alignas(32) double high[12];
-  for (int v = 0; v < 3; ++v) {
-    _mm256_store_pd(low + 4 * v, lanes.low[v]);
-    _mm256_store_pd(high + 4 * v, lanes.high[v]);
-  }
-  for (int i = 0; i < 12; i += 3) {
-    const OroVector lowest(low[i], low[i + 1], low[i + 2]);
-    const OroVector highest(high[i], high[i + 1], high[i + 2]);
-    widen(&lowest, 1, min, max);
-    widen(&highest, 1, min, max);
-  }
+__attribute__((target("avx2"), always_inline)) inline Lanes lanesOf(const OroVector& p) {
+  return {{_mm256_setr_pd(p.x, p.y, p.z, p.x), _mm256_setr_pd(p.y, p.z, p.x, p.y),
+           _mm256_setr_pd(p.z, p.x, p.y, p.z)}};
 }
 
-__attribute__((target("avx2"), always_inline)) inline Lanes lanesOf(const OroVector& min,
-                                                                    const OroVector& max) {
-  return {{_mm256_setr_pd(min.x, min.y, min.z, min.x), _mm256_setr_pd(min.y, min.z, min.x, min.y),
-           _mm256_setr_pd(min.z, min.x, min.y, min.z)},
-          {_mm256_setr_pd(max.x, max.y, max.z, max.x), _mm256_setr_pd(max.y, max.z, max.x, max.y),
-           _mm256_setr_pd(max.z, max.x, max.y, max.z)}};
+// Both keep their second operand where the first is not a number.
+struct Lowest {
+  __attribute__((target("avx2"), always_inline)) static inline __m256d of(__m256d a, __m256d b) {
+    return _mm256_min_pd(a, b);
+  }
+};
+struct Highest {
+  __attribute__((target("avx2"), always_inline)) static inline __m256d of(__m256d a, __m256d b) {
+    return _mm256_max_pd(a, b);
+  }
+};
+
+// The lowest or the highest of each coordinate.
+template <class Pick>
+__attribute__((target("avx2"), always_inline)) inline OroVector foldOf(const Lanes& lanes) {
+  const __m256d first = lanes.v[0];                                // x y z x
+  const __m256d second = _mm256_permute4x64_pd(lanes.v[1], 0xD2);  // x y z y
+  const __m256d third = _mm256_permute4x64_pd(lanes.v[2], 0xC9);   // x y z z
+  const __m256d ends = _mm256_unpackhi_pd(first, second);          // . . x y
+  const __m256d fourth = _mm256_permute4x64_pd(_mm256_permute2f128_pd(ends, third, 0x31), 0xF4);
+  double values[4];
+  _mm256_storeu_pd(values, Pick::of(Pick::of(first, second), Pick::of(third, fourth)));
+  return {values[0], values[1], values[2]};
 }
 
 __attribute__((target("avx2"))) void widenWide(const OroVector* points, int64_t count,
@@ -155,18 +160,20 @@ __attribute__((target("avx2"))) void widenWide(const OroVector* points, int64_t 
   if (count < 2 * perStep) return widen(points, count, min, max);
   const OroVector low = min;
   const OroVector high = max;
-  Lanes lanes = lanesOf(min, max);
+  Lanes lows = lanesOf(min);
+  Lanes highs = lanesOf(max);
   int64_t i = 0;
   for (; i + perStep <= count; i += perStep) {
     const double* const at = &points[i].x;
 #pragma GCC unroll 3
     for (int v = 0; v < 3; ++v) {
       const __m256d values = _mm256_loadu_pd(at + 4 * v);
-      lanes.low[v] = _mm256_min_pd(values, lanes.low[v]);
-      lanes.high[v] = _mm256_max_pd(values, lanes.high[v]);
+      lows.v[v] = _mm256_min_pd(values, lows.v[v]);
+      highs.v[v] = _mm256_max_pd(values, highs.v[v]);
     }
   }
-  fold(lanes, min, max);
+  min = foldOf<Lowest>(lows);
+  max = foldOf<Highest>(highs);
   widen(points + i, count - i, min, max);
   for (double OroVector::*const axis : {&OroVector::x, &OroVector::y, &OroVector::z}) {
     settleZero(points, count, axis, low.*axis, min.*axis);
