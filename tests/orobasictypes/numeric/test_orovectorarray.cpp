@@ -363,6 +363,24 @@ TEST_F(VectorArrayTest, MakesTheBlocksOfPointsThatTheSortMoves) {
   EXPECT_TRUE(array->Blocks()->IsDense()) << "the sort's own order moves the points between";
 }
 
+TEST(VectorArrayWithoutManager, HoldsOriginsAlone) {
+  const tests::UnmanagedMemory none;
+  const IPtr<OroVectorArray> array(new OroVectorArray);
+  for (int32_t i = 1; i <= 2000; ++i) EXPECT_EQ(array->Add(OroVector()), i);
+  OroVector min(1, 1, 1);
+  OroVector max;
+  array->GetBounds(min, max);
+  EXPECT_EQ(min, OroVector());
+  EXPECT_TRUE(array->Insert(1, OroVector()));
+  EXPECT_TRUE(array->Remove(5));
+  OroMatrix matrix;
+  matrix.m[0] = 2;
+  array->Transform(matrix);
+  EXPECT_TRUE(*IPtr<OroVectorArray>(new OroVectorArray(*array)) == *array);
+  array->ClearAll();
+  EXPECT_EQ(array->GetCapacity(), 0);
+}
+
 // ---------------------------------------------------------------------------------------------
 
 IntArray mapOf(const std::vector<int32_t>& entries) {
