@@ -796,7 +796,7 @@ TEST_F(PointArray, IsSortedThroughSinglePoints) {
 // Equal points, and those that are no numbers, end in the order of the sort's own steps.
 TEST_F(PointArray, IsSortedInTheSameStepsWhateverItsStorage) {
   std::mt19937 random(3);
-  for (const int32_t count : {2, 5, 6, 7, 40, 1023, 1024, 1025, 5000}) {
+  for (const int32_t count : {2, 5, 6, 7, 40, 511, 512, 513, 514, 1023, 1024, 1025, 5000}) {
     for (const uint32_t values : {1U, 3U, 100000U}) {
       const IPtr<PlainPoints> plain = make({});
       const IPtr<OroVectorArray> blocks(new OroVectorArray);
