@@ -14,7 +14,8 @@
 #include "orobasictypes/orointlist.h"
 
 // `Elements` has operator[], to read, and put(i, value), and says whether storing a value where it
-// stands already goes unnoticed; a plain pointer does as FlatElements.
+// stands already goes unnoticed; a plain pointer does as FlatElements. The sorter keeps copies of
+// both, and of the comparison: what a comparison is to remember it holds by reference.
 template <class T>
 struct FlatElements {
   static constexpr bool isFlat = true;
@@ -27,8 +28,8 @@ struct FlatElements {
 template <class T, class Elements, class Compare>
 class QuickSorter {
  public:
-  QuickSorter(Elements elements, Compare& compare, OroIntList& stack)
-      : elements_(std::move(elements)), compare_(compare), stack_(stack), bottom_(stack.Count()) {}
+  QuickSorter(Elements elements, const Compare& compare, OroIntList& stack)
+      : elements_(elements), compare_(compare), stack_(stack), bottom_(stack.Count()) {}
 
   // Whether a range goes on the stack; a shorter one is exchanged at once.
   static bool isLong(int32_t first, int32_t last) { return int64_t{last} - first > 4; }
@@ -47,26 +48,29 @@ class QuickSorter {
 
   // Requires: first < last.
   void exchange(int32_t first, int32_t last) {
+    const Elements elements = elements_;
+    const Compare compare = compare_;
     for (int32_t i = first; i < last; ++i) {
-      T held = elements_[i];
+      T held = elements[i];
       for (int32_t j = i + 1; j <= last; ++j) {
-        exchangeWith(j, held);
+        const T other = elements[j];
+        const bool isBehind = compare(held, other) > 0;
+        exchangeWith(elements, j, other, isBehind, held);
       }
-      elements_.put(i, held);
+      elements.put(i, held);
     }
   }
 
  private:
   // Leaves the one that stands before the other in `held`. Which it is, is anybody's guess, so
   // where storing costs nothing it is not made a branch.
-  void exchangeWith(int32_t j, T& held) {
-    const T other = elements_[j];
-    const bool isBehind = compare_(held, other) > 0;
+  static void exchangeWith(const Elements& elements, int32_t j, const T& other, bool isBehind,
+                           T& held) {
     if constexpr (Elements::isFlat && sizeof(T) <= sizeof(void*)) {
-      elements_.put(j, isBehind ? held : other);
+      elements.put(j, isBehind ? held : other);
       held = isBehind ? other : held;
     } else if (isBehind) {
-      elements_.put(j, held);
+      elements.put(j, held);
       held = other;
     }
   }
@@ -108,34 +112,38 @@ class QuickSorter {
     return pivot;
   }
 
-  // Where the pivot ends: nothing before it stands behind it, nothing behind it before.
-  int32_t partition(int32_t left, int32_t right, const T& pivot) {
+  // Where the pivot ends: nothing before it stands behind it, nothing behind it before. A function
+  // of its own, and on copies of its own, so that all it needs is in registers beside the
+  // comparisons.
+  [[gnu::noinline]] int32_t partition(int32_t left, int32_t right, const T pivot) const {
+    const Elements elements = elements_;
+    const Compare compare = compare_;
     int32_t l = left + 1;
     int32_t r = right;
     for (;;) {
       // The pivot stands at left + 1; a comparison that denies that it equals itself stops there.
       do --r;
-      while (compare_(elements_[r], pivot) > 0 && r > left + 1);
+      while (compare(elements[r], pivot) > 0 && r > left + 1);
       do ++l;
-      while (l < r && compare_(elements_[l], pivot) < 0);
+      while (l < r && compare(elements[l], pivot) < 0);
       if (l >= r) break;
-      const T moved = elements_[l];
-      elements_.put(l, elements_[r]);
-      elements_.put(r, moved);
+      const T moved = elements[l];
+      elements.put(l, elements[r]);
+      elements.put(r, moved);
     }
-    if (left + 1 != r) elements_.put(left + 1, elements_[r]);
-    elements_.put(r, pivot);
+    if (left + 1 != r) elements.put(left + 1, elements[r]);
+    elements.put(r, pivot);
     return r;
   }
 
-  Elements elements_;
-  Compare& compare_;
+  const Elements elements_;
+  const Compare compare_;
   OroIntList& stack_;
   const int32_t bottom_;  // what the caller's stack held before
 };
 
 template <class T, class Compare>
-QuickSorter<T, FlatElements<T>, Compare> flatQuickSorter(T* elements, Compare& compare,
+QuickSorter<T, FlatElements<T>, Compare> flatQuickSorter(T* elements, const Compare& compare,
                                                          OroIntList& stack) {
   return {FlatElements<T>{elements}, compare, stack};
 }
