@@ -42,6 +42,7 @@ PASSED_ON = {
     "components/points/pointopener.cpp": "fail of the parser",
     "components/points/pointprogress.cpp": "PointProgress",
     "components/points/pointreport.cpp": "reportPoints",
+    "components/points/pointtextparser.cpp": "oroKey in this file",
     "components/pythonscript/pythonmodule.cpp": "the script",
     "components/xmldom/xmldocument.cpp": "oroKey in this folder",
     "gui/apps/main/commandrecord.cpp": "CommandRecord",
@@ -121,6 +122,12 @@ def calls_of(tokens, functions):
             yield name, line, arguments[number]
 
 
+def is_marked_or_declared(argument):
+    """Whether the key is found elsewhere, or the call is no call but the function itself."""
+    texts = [text for _, text, _ in argument]
+    return "oroKey" in texts or "const" in texts or not texts
+
+
 def keys_of_file(path, text):
     """The keys of one source file, and the places of keys that nobody can find."""
     functions = dict(KEY_FUNCTIONS)
@@ -133,8 +140,7 @@ def keys_of_file(path, text):
         place = f"{path}:{line}"
         if kinds == {"string"}:
             keys.append(Key("".join(literal(text) for _, text, _ in argument), place))
-        elif name.startswith("oroTranslate") and path not in PASSED_ON \
-                and not any(text == "oroKey" for _, text, _ in argument):
+        elif path not in PASSED_ON and not is_marked_or_declared(argument):
             hidden.append(f"{place}: the key is no literal: mark it with oroKey where it stands, "
                           "and name this file in PASSED_ON")
     return keys, hidden

@@ -6,12 +6,14 @@
 #include <cstring>
 #include <string_view>
 
+#include "orobasictypes/orotranslate.h"
+
 namespace {
 
 // The way a file writes its numbers shows in its first points; the rest need not be looked at.
 constexpr size_t kDecimalsSample = 3000;
 constexpr int kMostDecimals = 15;
-constexpr char kTooMany[] = "the file holds too many points";
+constexpr const char* kTooMany = oroKey("the file holds too many points");
 
 bool isBlank(char c) { return c == ' ' || c == '\t'; }
 
