@@ -74,10 +74,8 @@ OroString PythonInterpreter::start() {
     py::exec(pythonRunnerSource, names);
     runner_ = py::object(names["run"]).release().ptr();
   } catch (const std::exception& error) {
-    PyEval_SaveThread();
     return startFailure(error.what());
   }
-  PyEval_SaveThread();
   return OroString();
 }
 
@@ -88,7 +86,6 @@ OroString PythonInterpreter::run(const char* source, size_t size, const OroStrin
     const OroString problem = start();
     if (!problem.isEmpty()) return problem;
   }
-  const py::gil_scoped_acquire lock;
   try {
     const Interruptible interruptible;
     const py::object failure =

@@ -2,7 +2,9 @@
 //
 // The configuration is isolated: no variable of the environment, no user's own packages, no folder
 // of the script and no current directory decides what a script imports; the distribution's packages
-// do. It is never ended: packages such as NumPy do not survive that. Main thread.
+// do. It is never ended: packages such as NumPy do not survive that. The main thread keeps the
+// interpreter's lock between scripts too, so that threads that a script left running stand still
+// while the host works on the document. Main thread.
 #pragma once
 
 #include "orobasictypes/orostring.h"

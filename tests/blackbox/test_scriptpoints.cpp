@@ -152,6 +152,21 @@ TEST_F(ScriptPoints, AnInterruptStopsACommandAndNoPointIsLost) {
   EXPECT_EQ(points.size(), 100000u);
 }
 
+TEST_F(ScriptPoints, AThreadThatIsLeftRunningStandsStillWhileTheFileIsSaved) {
+  const auto result =
+      run("import threading\n"
+          "def work():\n    while True:\n        cowl.sort('x', descending=True)\n"
+          "        print('tick')\n"
+          "threading.Thread(target=work, daemon=True).start()\n"
+          "import time\ntime.sleep(0.1)\n",
+          {"-output", "out.xyz", "-logfile", "stdout"});
+  const size_t save = result.output.find("<start cmd=\"Save File\"/>");
+  ASSERT_NE(save, std::string::npos) << result.output.substr(0, 500);
+  EXPECT_NE(result.output.find("tick\n"), std::string::npos);
+  EXPECT_EQ(result.output.find("tick", save), std::string::npos);
+  EXPECT_EQ(result.exitCode, 1);
+}
+
 TEST_F(ScriptPoints, SavesAndOpensAgain) {
   EXPECT_EQ(
       output("import pathlib\ncowl.thin(3)\ncowl.save('a.xyz')\n"
