@@ -11,7 +11,8 @@ namespace {
 
 constexpr double kMargin = 0.03;  // of the picture, on each side
 constexpr int64_t kBlock = 4096;
-constexpr int kLargestDot = 4;
+constexpr int kLargestDot = 4;     // pixels
+constexpr double kOverlap = 1.25;  // dots hide the gaps between uneven points
 
 uint32_t channel(double value) {
   return static_cast<uint32_t>(std::clamp(value, 0.0, 1.0) * 255 + 0.5);
@@ -58,7 +59,7 @@ void PointPicture::frame(const PointBounds& bounds) {
   const double room =
       4 * std::min(wide, scale_ * range[right_] + 1) * std::min(high, scale_ * range[up_] + 1);
   const double each = std::sqrt(room / static_cast<double>(bounds.points()));
-  dot_ = static_cast<int>(std::clamp(each, 1.0, double{kLargestDot}));
+  dot_ = static_cast<int>(std::clamp(std::ceil(each * kOverlap), 1.0, double{kLargestDot}));
 }
 
 void PointPicture::put(int x, int y, float depth, uint32_t color) {
