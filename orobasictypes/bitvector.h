@@ -77,9 +77,11 @@ class BitVector : public OroShared {
       setSlowly(b);
       return true;
     }
-    const bool wasClear = (*word >> (b & 31) & 1) == 0;
-    setIn(*word, b);
-    return wasClear;
+    const uint32_t bit = 1U << (b & 31);
+    if ((*word & bit) != 0) return false;
+    *word |= bit;
+    if (numSet_ >= 0) ++numSet_;
+    return true;
   }
   void Clear(int32_t b) {
     uint32_t* const word = has(b) ? wordOf(static_cast<uint32_t>(b)) : nullptr;
