@@ -13,10 +13,10 @@
 #include <vector>
 
 #include "bench/support/ratios.h"
+#include "components/points/formats/pointlinetext.h"
 #include "components/points/pointclouddata.h"
 #include "components/points/pointdocument.h"
 #include "components/points/pointopener.h"
-#include "components/points/pointtextformatter.h"
 #include "orobasictypes/oropath.h"
 #include "platform/files.h"
 #include "tests/support/countingmanager.h"
@@ -85,17 +85,23 @@ void compareReading(bench::Ratios& ratios, const std::filesystem::path& file) {
       [&] { benchmark::DoNotOptimize(readBare(file.u16string())); });
 }
 
+class Nowhere : public PointOutput {
+ public:
+  bool write(const char*, size_t) override { return true; }
+};
+
 void compareWriting(bench::Ratios& ratios) {
   std::vector<OroVector> positions;
   for (int i = 0; i < 1000; ++i) positions.emplace_back(637177.98 + i, 849393.95 - i, 411.19);
-  const PointTextFormatter form(2);
-  std::vector<char> out(positions.size() * PointTextFormatter::kLineRoom);
+  const PointLineText lines(2, ' ', PointLineText::Colors::channels);
+  Nowhere nowhere;
+  PointOutputBuffer buffer(nowhere);
+  std::vector<char> out(positions.size() * 128);
   ratios.compare(
       "write 1,000 points as text", "to_chars with a fixed precision", 0,
       [&] {
-        char* at = out.data();
-        for (const OroVector& p : positions) at = form.line(at, &p.x, nullptr);
-        benchmark::DoNotOptimize(at);
+        lines.put(buffer, &positions[0].x, nullptr, positions.size());
+        benchmark::DoNotOptimize(buffer.flush());
       },
       [&] {
         char* at = out.data();

@@ -5,9 +5,23 @@
 
 namespace {
 
-constexpr const char* kDecimals = "Points/Decimals";
-constexpr int32_t kAsRead = -1;
-constexpr int32_t kMostDecimals = 15;
+struct Setting {
+  const char* path;
+  int32_t value;
+  int32_t least;
+  int32_t most;
+};
+
+constexpr Setting kDecimals = {"Points/Decimals", PointWriteOptions::kAsRead, -1, 15};
+constexpr Setting kPlyForm = {"Points/PlyForm", 1, 0, 2};
+constexpr Setting kPcdForm = {"Points/PcdForm", 1, 0, 1};
+constexpr Setting kRealBytes = {"Points/RealBytes", 0, 0, 8};
+
+int32_t valueOf(IDataStore* store, const Setting& setting) {
+  bool found = false;
+  const int32_t value = store != nullptr ? store->GetInt(setting.path, &found) : 0;
+  return found ? value : setting.value;
+}
 
 }  // namespace
 
@@ -15,12 +29,18 @@ void PointApplication::prepare() {
   SPtr<IDataStore> store;
   if (!store) return;
   store->CreateDirectory("Points");
-  store->CreateInt(kDecimals, kAsRead, kAsRead, kMostDecimals, 0);
+  for (const Setting& setting : {kDecimals, kPlyForm, kPcdForm, kRealBytes}) {
+    store->CreateInt(setting.path, setting.value, setting.least, setting.most, 0);
+  }
 }
 
-int pointDecimals(int ofCloud) {
+PointWriteOptions pointWriteOptions() {
   SPtr<IDataStore> store;
-  bool found = false;
-  const int32_t decimals = store ? store->GetInt(kDecimals, &found) : kAsRead;
-  return found && decimals != kAsRead ? decimals : ofCloud;
+  PointWriteOptions options;
+  options.decimals = valueOf(store.get(), kDecimals);
+  options.plyForm = static_cast<PlyForm>(valueOf(store.get(), kPlyForm));
+  options.pcdBinary = valueOf(store.get(), kPcdForm) == 1;
+  const int32_t bytes = valueOf(store.get(), kRealBytes);
+  options.realBytes = bytes == 4 || bytes == 8 ? bytes : 0;
+  return options;
 }

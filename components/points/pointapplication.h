@@ -1,6 +1,7 @@
 // PointApplication: prepares the application for a run by declaring the settings of this library.
 #pragma once
 
+#include "components/points/formats/pointwriteoptions.h"
 #include "interfaces/IGenApp.h"
 #include "orobasictypes/orooffers.h"
 
@@ -16,6 +17,6 @@ class PointApplication : public IGenApp {
   int32_t unusedSlot1() override { return 0; }
 };
 
-// Digits behind the point for a save: the setting "Points/Decimals" from 0 to 15, or what the
-// cloud's own file had where the setting is -1, its default.
-int pointDecimals(int ofCloud);
+// The form of files that are saved, by the settings of this library; docs/formats/point-files.md
+// tells them.
+PointWriteOptions pointWriteOptions();

@@ -10,7 +10,9 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
+#include "components/points/formats/pointcloudhead.h"
 #include "components/points/pointcolor.h"
 #include "orobasictypes/bitvector.h"
 #include "orobasictypes/iptr.h"
@@ -45,6 +47,8 @@ class PointCloud {
   // Digits behind the point that the source wrote its coordinates with, so that a save shows them
   // in the same way; kShortest where it had no fixed number.
   int decimals = kShortest;
+  // The grid that the source had its coordinates on, where it had one; points may have left it.
+  std::optional<PointGrid> grid;
 
   // Adds points of three coordinates each, and their colours: from the first point on, or never,
   // null then. False when there is no room for all.

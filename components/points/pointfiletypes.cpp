@@ -1,10 +1,11 @@
 #include "components/points/pointfiletypes.h"
 
-#include "components/points/pointfiletype.h"
+#include "components/points/formats/pointformats.h"
 #include "orobasictypes/oropath.h"
 
 bool PointFileTypes::formatName(const OroPath& path, OroString& name) {
-  if (pointFileType(path) != PointFileType::text) return false;
-  name = OroString(u"text");
+  const PointFormat* const format = pointFormatNamed(path.extension().toUtf8());
+  if (format == nullptr) return false;
+  name = OroString(format->name);
   return true;
 }

@@ -1,17 +1,29 @@
 #include "components/points/pointsaver.h"
 
-#include "components/points/pointfiletype.h"
-#include "components/points/pointreport.h"
+#include "components/points/pointdocument.h"
+#include "components/points/pointfiles.h"
 #include "components/points/pointwriter.h"
 #include "orobasictypes/oropath.h"
-#include "orobasictypes/orosystemtext.h"
+#include "orobasictypes/sptr.h"
+
+namespace {
+
+// The whole document, for the types that nothing is gathered for.
+std::vector<IOroDocObject*> wholeDocument() {
+  SPtr<IOroDoc> service;
+  const auto* document = oroQueryClass<PointDocument>(service.get());
+  if (document == nullptr) return {};
+  const std::vector<PointObject*> objects = document->objects();
+  return {objects.begin(), objects.end()};
+}
+
+}  // namespace
 
 bool PointSaver::save(IFileSaveData* saveData, IWriteScene* writer, int32_t, int32_t) {
   if (saveData == nullptr) return false;
+  const auto type = static_cast<PointFileType>(saveData->status());
+  if (type == PointFileType::native) return savePointFile(saveData->path(), type, wholeDocument());
   auto* points = oroQueryClass<PointWriter>(writer);
-  if (points != nullptr && saveData->status() == static_cast<int32_t>(PointFileType::text)) {
-    return points->write(saveData->path());
-  }
-  reportPoints(1, "The type of the file %1 cannot be saved", oroShownPath(saveData->path()));
-  return false;
+  return savePointFile(saveData->path(), points == nullptr ? PointFileType::unknown : type,
+                       points == nullptr ? std::vector<IOroDocObject*>() : points->objects());
 }

@@ -1,7 +1,7 @@
-// PointWriter: gathers the objects of a save and writes their points to one file.
+// PointWriter: gathers the objects whose points a save writes to one file.
 //
-// prepare() chooses the form, addObject() gathers, write() makes the file whole or leaves the old
-// one. setSaveData(null) ends the save and lets the objects go. Main thread only.
+// prepare() chooses the form, addObject() gathers. setSaveData(null) ends the save and lets the
+// objects go. Main thread only.
 #pragma once
 
 #include <vector>
@@ -25,8 +25,8 @@ class PointWriter : public IWriteScene, public IWriteSceneV3 {
   bool canSave(IOroDocObject* object) override;
   void addObject(IOroDocObject* object) override;
 
-  // Writes what was gathered. False with a report on failure.
-  bool write(const OroPath& path);
+  // What was gathered, in order, borrowed.
+  std::vector<IOroDocObject*> objects() const;
 
   int32_t unusedSlot1() override { return 0; }
   int32_t unusedSlot2() override { return 0; }

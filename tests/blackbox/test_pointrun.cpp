@@ -178,8 +178,8 @@ TEST_F(PointRun, AnOutputThatCannotBeWrittenIsAnErrorRecord) {
 
 TEST_F(PointRun, AFileTypeThatIsNotKnownIsAnErrorRecord) {
   folder_.write("in.xyz", kPoints);
-  const auto result = run({"-input", "in.xyz", "-output", "out.cwl", "-logfile", "stdout"});
-  EXPECT_NE(result.output.find("<Error=\"The type of the file out.cwl cannot be saved\"/>"),
+  const auto result = run({"-input", "in.xyz", "-output", "out.png", "-logfile", "stdout"});
+  EXPECT_NE(result.output.find("<Error=\"The type of the file out.png cannot be saved\"/>"),
             std::string::npos)
       << result.output;
   EXPECT_EQ(names(), (std::vector<std::string>{"in.xyz"}));

@@ -1,0 +1,45 @@
+#include "components/points/pointcloudsource.h"
+
+#include <algorithm>
+
+#include "components/points/pointclouddata.h"
+#include "components/points/pointdocument.h"
+
+PointCloudSource::PointCloudSource(const std::vector<IOroDocObject*>& objects) {
+  for (IOroDocObject* object : objects) {
+    PointCloudData* const data = pointsOf(object);
+    if (data == nullptr) continue;
+    const PointCloud& cloud = data->cloud();
+    PointCloudHead head;
+    head.name = object->name();
+    head.count = cloud.count();
+    head.hasColors = cloud.hasColors();
+    head.decimals = cloud.decimals;
+    head.grid = cloud.grid;
+    head.scale = cloud.points().GetScale();
+    whole_ += head.count;
+    clouds_.push_back(&cloud);
+    heads_.push_back(std::move(head));
+  }
+}
+
+bool PointCloudSource::points(size_t cloud, int64_t first, size_t count, double* xyz,
+                              PointColor* colors) {
+  const auto place = static_cast<int32_t>(first + 1);  // points count from 1
+  clouds_[cloud]->positions(place, static_cast<int32_t>(count), xyz);
+  if (colors != nullptr) clouds_[cloud]->colors(place, static_cast<int32_t>(count), colors);
+  return true;
+}
+
+void PointCloudSource::wrote(size_t count) {
+  done_ += static_cast<int64_t>(count);
+  progress_.update(done_, whole_);
+}
+
+bool PointCloudSource::isPartlyColored() const {
+  const auto filled = [](const PointCloudHead& head) { return head.count > 0; };
+  const auto colored = std::count_if(heads_.begin(), heads_.end(), [&](const PointCloudHead& head) {
+    return filled(head) && head.hasColors;
+  });
+  return colored > 0 && colored < std::count_if(heads_.begin(), heads_.end(), filled);
+}
