@@ -73,9 +73,10 @@ TEST_F(MemoryLimit, FileWhosePointsDoNotFitEndsAsExhaustionDoes) {
       << result.errors;
   EXPECT_TRUE(std::regex_match(
       text("memory.log"),
-      std::regex("(attempted: +[0-9]+b\n\n)?system free: +[0-9]+k\nsystem total: +[0-9]+k\nswap "
-                 "free: +[0-9]+k\nswap total: +[0-9]+k\n\noromm core now: +0k\noromm core limit: "
-                 "+[0-9]+k\noromm swap now: +0k\noromm swap limit: +[0-9]+k\n\n")))
+      std::regex(
+          "(attempted: +[0-9]+b\n\n)?system free: +[0-9]+k\nsystem total: +[0-9]+k\nswap "
+          "free: +[0-9]+k\nswap total: +[0-9]+k\n\noromm core now: +[0-9]+k\noromm core limit: "
+          "+[0-9]+k\noromm swap now: +[0-9]+k\noromm swap limit: +[0-9]+k\n\n")))
       << text("memory.log");
   EXPECT_FALSE(fs::exists(folder_.file("out.xyz")));
 }
