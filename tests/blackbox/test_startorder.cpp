@@ -32,6 +32,8 @@ class StartOrder : public testing::Test {
          std::filesystem::directory_iterator(tests::testLibsDir() / "recordingstarter")) {
       std::filesystem::copy_file(file.path(), bare_.folder() / file.path().filename());
     }
+    std::filesystem::create_directory(bare_.folder() / "Help");
+    std::ofstream(bare_.folder() / "Help" / "manual.chm") << "help";
   }
 
   Calls callsOfRun(const char* plan) {
@@ -62,17 +64,20 @@ Calls after(Calls calls, const Calls& more) {
 
 TEST_F(StartOrder, AnApplicationIsStartedRunAndEndedStepByStep) {
   EXPECT_THAT(callsOfRun("well"),
-              ElementsAreArray(
-                  after(kLoaded, {"starter init 3 '-first' 'second'", "finish", "init server gone",
-                                  "starter initDone", "Network/Internal 0", "help viewer",
-                                  "starter start", "starter run", "starter shutDown",
-                                  "component shutDown", "memory manager end"})));
+              ElementsAreArray(after(
+                  kLoaded, {"starter init 3 '-first' 'second'", "language en",
+                            "component language en", "language en", "finish", "init server gone",
+                            "starter initDone", "Network/Internal 0", "help volume manual.chm",
+                            "help viewer", "starter start", "starter run", "starter shutDown",
+                            "component shutDown", "memory manager end"})));
 }
 
 TEST_F(StartOrder, WithoutAnApplicationTheCommandLineRuns) {
-  EXPECT_THAT(callsOfRun("no starter"),
-              ElementsAreArray(after(kLoaded, {"finish", "init server gone", "Network/Internal 0",
-                                               "component shutDown", "memory manager end"})));
+  EXPECT_THAT(
+      callsOfRun("no starter"),
+      ElementsAreArray(after(kLoaded, {"language en", "component language en", "language en",
+                                       "finish", "init server gone", "Network/Internal 0",
+                                       "component shutDown", "memory manager end"})));
 }
 
 TEST_F(StartOrder, AFailedDescriptionIsTheEnd) {
@@ -82,9 +87,10 @@ TEST_F(StartOrder, AFailedDescriptionIsTheEnd) {
 TEST_F(StartOrder, AnApplicationThatDoesNotStartIsNeitherRunNorEnded) {
   EXPECT_THAT(
       callsOfRun("no start"),
-      ElementsAreArray(after(
-          kLoaded, {"starter init 3 '-first' 'second'", "finish", "init server gone",
-                    "starter initDone", "Network/Internal 0", "help viewer", "starter start"})));
+      ElementsAreArray(after(kLoaded, {"starter init 3 '-first' 'second'", "language en",
+                                       "component language en", "language en", "finish",
+                                       "init server gone", "starter initDone", "Network/Internal 0",
+                                       "help volume manual.chm", "help viewer", "starter start"})));
 }
 
 TEST_F(StartOrder, AfterAFailedRunTheEndComesAllTheSame) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <string>
 
 #include "interfaces/IOroStrSupport.h"
@@ -30,6 +31,13 @@ TEST_F(LogfileListenerTest, EachReportIsALineOfItsTextAlone) {
   log(OroString("first"), 1, "the detail");
   log(OroString("second"), 0);
   EXPECT_EQ(logged("a.log"), "first\nsecond\n");
+}
+
+TEST_F(LogfileListenerTest, LinesEndAsThoseOfTheSystemsTextFilesDo) {
+  std::ofstream(folder_.file("text")) << "first\nsecond\n";
+  listener_->setLogFile(base("a.log"));
+  log(OroString("first\nsecond"));
+  EXPECT_EQ(folder_.read("a.log"), folder_.read("text"));
 }
 
 TEST_F(LogfileListenerTest, ALineIsInTheFileAsSoonAsItIsReported) {

@@ -9,16 +9,20 @@
 #include "components/kit/orocomponentrecord.h"
 #include "interfaces/IDataStore.h"
 #include "interfaces/IHelpViewer.h"
+#include "interfaces/IHelpVolume.h"
 #include "interfaces/IKelInitServer.h"
 #include "interfaces/IMemoryInit.h"
 #include "interfaces/IOroAppStarter.h"
 #include "interfaces/IOroClassRegistration.h"
+#include "interfaces/IOroCompLangInitializer.h"
 #include "interfaces/IOroDataReceiver.h"
+#include "interfaces/IOroLanguageID.h"
 #include "interfaces/IOroMManager.h"
 #include "interfaces/IOroObjBroker.h"
 #include "interfaces/IOroRegistry.h"
 #include "orobasictypes/iptr.h"
 #include "orobasictypes/oromodule.h"
+#include "orobasictypes/oropath.h"
 #include "orobasictypes/orostring.h"
 #include "orobasictypes/sptr.h"
 #include "tests/gui/apps/main/double.h"
@@ -31,6 +35,11 @@ constexpr GUID kInitServerClass = {
     0x87B8EFFD, 0xA228, 0x495D, {0x96, 0xE0, 0xA5, 0x0F, 0xDB, 0xA4, 0x25, 0xA3}};
 constexpr GUID kStarterClass = {
     0x5BE04C17, 0x6A2F, 0x4D93, {0x9E, 0x08, 0x71, 0xC5, 0x2B, 0xDF, 0x36, 0xA4}};
+constexpr GUID kLanguageInitializerClass = {
+    0x8C417E02, 0x3B5A, 0x4F6D, {0xA1, 0x97, 0x0E, 0x62, 0xD8, 0x4B, 0x35, 0xF0}};
+constexpr const char* kLanguageInitializerText = "{8C417E02-3B5A-4F6D-A197-0E62D84B35F0}";
+constexpr GUID kVolumeClass = {
+    0x60EE8CA4, 0x39F8, 0x4CF1, {0xAB, 0x33, 0x8A, 0x2C, 0xAB, 0x41, 0x2B, 0x51}};
 constexpr GUID kViewerClass = {
     0x0C9D5C8B, 0x341E, 0x4B42, {0x8F, 0xF2, 0x13, 0xCC, 0x34, 0xA4, 0xF3, 0x93}};
 
@@ -46,6 +55,12 @@ std::string registryText(const char* key) {
   KelCString owned(key);
   const KelCString* const value = registry ? registry->getValue(owned) : nullptr;
   return value != nullptr ? value->c_str() : "<absent>";
+}
+
+void setRegistryText(const char* key, const char* value) {
+  const SPtr<Velmora::IOroRegistry> registry;
+  KelCString owned(key);
+  registry->setValue(owned, KelCString(value));
 }
 
 // Hears when the start writes the network's state.
@@ -80,6 +95,31 @@ struct Starter : tests::Double<Starter, IOroAppStarter> {
     return isPlanned("failed run") ? 7 : 0;
   }
   void shutDown() override { note("starter shutDown"); }
+};
+
+struct Language : tests::Double<Language, IOroLanguageID> {
+  static constexpr const char* className() { return "Language"; }
+  const KelCString& getLanguage() override { return code_; }
+  void setLanguage(const KelCString& code) override {
+    note(std::string("language ") + code.c_str());
+    code_ = KelCString(code.c_str());
+  }
+  KelCString code_ = KelCString::empty();
+};
+
+struct LanguageInitializer : tests::Double<LanguageInitializer, IOroCompLangInitializer> {
+  static constexpr const char* className() { return "LanguageInitializer"; }
+  void initLanguage(IOroLanguageID* language) override {
+    note(std::string("component language ") + language->getLanguage().c_str());
+  }
+};
+
+struct Volume : tests::Double<Volume, IHelpVolume> {
+  static constexpr const char* className() { return "Volume"; }
+  void open(const OroPath& path) override {
+    note(std::string("help volume ") + path.fileName().toNarrow());
+  }
+  void topicAddress(OroString&, const KelCString&) override {}
 };
 
 struct Viewer : tests::Double<Viewer, IHelpViewer> {
@@ -118,7 +158,13 @@ struct InitServer : tests::Double<InitServer, IKelInitServer> {
       broker.registerInterface(KelCString("IOroAppStarter"), kStarterClass);
     }
     registration_->registerClass(kViewerClass, GUID{}, {}, KelCString("Viewer"));
+    registration_->registerClass(kVolumeClass, GUID{}, {}, KelCString("Volume"));
+    registration_->registerClass(kLanguageInitializerClass, GUID{}, {}, KelCString("Initializer"));
     broker.registerService(KelCString("IOroMManager"), new MemoryManager);
+    broker.registerService(KelCString("IOroLanguageID"), new Language);
+    setRegistryText("I18N/recordingstarter", kLanguageInitializerText);
+    setRegistryText("HELP/chm/manual", "manual.chm");
+    setRegistryText("HELP/chm/missing", "missing.chm");
     watchNetwork();
     return !isPlanned("no description");
   }
@@ -142,7 +188,8 @@ void started() {
   std::string text = "services";
   for (const char* name :
        {"IOroComponentManager", "IOroRegistry", "IProductInfo", "IDataStore", "IImageStore",
-        "IOroTranslatorService", "IOroCustomTranslatorRegistry", "IHelpService", "IOroTranslator",
+        "IOroTranslatorService", "IOroCustomTranslatorRegistry", "IHelpService",
+        "IBucketMemoryPool", "IOroTranslator", "IFileUtil", "IOroHeapMemoryUsage",
         "IOroErrorService", "IOroDirService", "IOroNetworkService"}) {
     void* found = nullptr;
     oroGetService(KelCString::borrow(name), &found);
@@ -156,6 +203,8 @@ void stopping() { note("component shutDown"); }
 constexpr OroClassEntry kClasses[] = {
     {kInitServerClass, "InitServer", OroSharing::eachNew, oroMake<InitServer>},
     {kStarterClass, "Starter", OroSharing::shared, oroMake<Starter>},
+    {kLanguageInitializerClass, "Initializer", OroSharing::eachNew, oroMake<LanguageInitializer>},
+    {kVolumeClass, "Volume", OroSharing::eachNew, oroMake<Volume>},
     {kViewerClass, "Viewer", OroSharing::eachNew, oroMake<Viewer>},
 };
 

@@ -19,9 +19,10 @@ TEST(Echo, ThisMachineAnswersWhereTheSystemLetsTheUserAsk) {
   EXPECT_EQ(platform::answersEcho({{127, 0, 0, 1}}, 1000), systemAllowsEcho());
 }
 
-TEST(Echo, AnAddressOfNobodyDoesNotAnswer) {
+// The system refuses to send to all at once, so that nothing leaves this machine.
+TEST(Echo, ARequestThatCannotBeSentIsNotWaitedFor) {
   const auto start = std::chrono::steady_clock::now();
-  EXPECT_FALSE(platform::answersEcho({{192, 0, 2, 1}}, 200));
+  EXPECT_FALSE(platform::answersEcho({{255, 255, 255, 255}}, 10000));
   EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
 }
 
