@@ -1,0 +1,72 @@
+// A batch whose files go through a script.
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "tests/blackbox/childprocess.h"
+#include "tests/tempfolder.h"
+
+namespace {
+
+class BatchScriptRun : public testing::Test {
+ protected:
+  BatchScriptRun() {
+    std::filesystem::create_directory(folder_.file("in"));
+    for (const char* name : {"b10", "b9", "a"}) {
+      folder_.write(std::string("in/") + name + ".xyz", "1 2 3\n");
+    }
+  }
+  tests::ChildResult run(const std::string& script, std::vector<std::string> more = {}) {
+    folder_.write("do.py", script);
+    std::vector<std::string> arguments = {"-batch", "-inputDir", "in",    "-outputDir",
+                                          "out",    "-script",   "do.py", "-exitstatus"};
+    arguments.insert(arguments.end(), more.begin(), more.end());
+    return tests::runChild({tests::cowlProgram(), arguments, {}, folder_.path()});
+  }
+  bool saved(const char* name) {
+    return std::filesystem::exists(folder_.file(std::filesystem::path("out") / name));
+  }
+
+  tests::TempFolder folder_;
+};
+
+TEST_F(BatchScriptRun, TheScriptRunsOnceForEachFile) {
+  const tests::ChildResult result = run("with open('runs', 'a') as f: f.write('x')\n");
+  EXPECT_EQ(result.exitCode, 0) << result.errors;
+  EXPECT_EQ(folder_.read("runs"), "xxx");
+  EXPECT_EQ(result.output, "Batch of 3 files: 3 saved, 0 failed\n");
+}
+
+TEST_F(BatchScriptRun, AFailureOfTheScriptStopsItsFileAlone) {
+  const std::string script =
+      "import os\n"
+      "with open('runs', 'a') as f: f.write('x')\n"
+      "if os.path.getsize('runs') == 2: raise ValueError('not this one')\n";
+  const tests::ChildResult result = run(script, {"-logfile", "log"});
+  EXPECT_EQ(result.exitCode, 2);
+  EXPECT_EQ(result.output, "Batch of 3 files: 2 saved, 1 failed\n  b9.xyz: the script failed\n");
+  EXPECT_TRUE(saved("a.xyz"));
+  EXPECT_FALSE(saved("b9.xyz"));
+  EXPECT_TRUE(saved("b10.xyz"));
+  const std::string records = folder_.read("log");
+  EXPECT_NE(records.find("<Error=\"The script failed on the file b9.xyz: ValueError: not this one"
+                         "\"/>"),
+            std::string::npos)
+      << records;
+}
+
+TEST_F(BatchScriptRun, AScriptThatIsNotThereFailsForEachFile) {
+  std::filesystem::create_directory(folder_.file("out"));
+  const tests::ChildResult result = tests::runChild(
+      {tests::cowlProgram(),
+       {"-batch", "-inputDir", "in", "-outputDir", "out", "-script", "absent.py", "-exitstatus"},
+       {},
+       folder_.path()});
+  EXPECT_EQ(result.exitCode, 2);
+  EXPECT_TRUE(std::filesystem::is_empty(folder_.file("out")));
+}
+
+}  // namespace
