@@ -7,7 +7,9 @@
 #include "gui/apps/main/appglobals.h"
 #include "gui/apps/main/initserver.h"
 #include "interfaces/IKelInitServer.h"
+#include "interfaces/IMemoryInit.h"
 #include "interfaces/IOroErrorService.h"
+#include "interfaces/IOroMManager.h"
 #include "orobasictypes/oropath.h"
 #include "orobasictypes/sptr.h"
 #include "platform/sharedlibrary.h"
@@ -30,6 +32,9 @@ InfoSession::~InfoSession() {
   SPtr<IOroErrorService> errors;
   errors->removeListener(listener_.get());
   oroAppGlobals().componentManager->shutDownComponents();
+  // What was paged out of memory goes with the process, as at the end of the application.
+  SPtr<OroMM::IOroMManager> manager;
+  if (IMemoryInit* const memory = oroQuery<IMemoryInit>(manager.get())) memory->end();
 }
 
 bool InfoSession::loadComponents() {
