@@ -22,6 +22,7 @@
 #include "tests/orobasictypes/numeric/plainpoints.h"
 #include "tests/support/assertionlist.h"
 #include "tests/support/countingmanager.h"
+#include "tests/support/fakeheap.h"
 #include "tests/support/slotnumber.h"
 
 namespace {
@@ -822,6 +823,30 @@ TEST_F(PointArray, IsSortedInTheSameStepsWhateverItsStorage) {
         ASSERT_EQ(std::memcmp(&a, &b, sizeof a), 0);
       }
     }
+  }
+}
+
+// Without room beside them the points are sorted where they lie; nobody sees a difference.
+TEST_F(PointArray, IsSortedInTheSameStepsWhereTheHeapHasNoRoom) {
+  std::mt19937 random(4);
+  Points points(3000);
+  for (OroVector& point : points) point = OroVector(random() % 20, random() % 3, 0);
+  const IPtr<OroVectorArray> roomy(new OroVectorArray);
+  roomy->AddAll(points.data(), 3000);
+  IntArray expected;
+  roomy->Sort(true, &expected, nullptr);
+  for (const size_t limit : {size_t{20000}, size_t{60000}}) {  // no room for keys; none for points
+    const IPtr<OroVectorArray> cramped(new OroVectorArray);
+    cramped->AddAll(points.data(), 3000);
+    IntArray index;
+    {
+      tests::FakeHeap heap;
+      heap.refuseAbove = limit;
+      cramped->Sort(true, &index, nullptr);
+      EXPECT_GT(*std::max_element(heap.sizes.begin(), heap.sizes.end()), limit);
+    }
+    EXPECT_TRUE(*cramped == *roomy) << limit;
+    for (int32_t i = 0; i <= 3000; ++i) ASSERT_EQ(index.Get(i), expected.Get(i));
   }
 }
 
