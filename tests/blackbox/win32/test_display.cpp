@@ -104,7 +104,8 @@ class ClosingQuestion : public testing::Test {
  protected:
   ClosingQuestion() {
     std::ofstream points(folder_.file("in.xyz"), std::ios::binary);
-    for (int i = 0; i < 200000; ++i) points << i << " 1 2\n";
+    constexpr int longEnough = 600000;  // for the window to be seen on a busy machine
+    for (int i = 0; i < longEnough; ++i) points << i << " 1 2\n";
     points.close();
     run_ = std::async(std::launch::async, [this] {
       return tests::runChild(
