@@ -12,4 +12,6 @@ std::u16string temporaryFolder() {
   return fromWide({path, length});
 }
 
+void nameTemporaryFolder() {}  // each session has both
+
 }  // namespace platform

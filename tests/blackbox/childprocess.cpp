@@ -19,6 +19,7 @@ decltype(Child::environment) ownEnvironment(const std::string& home) {
   return {{"DISPLAY", std::nullopt},
           {"HOME", home},
           {"LC_ALL", "C.UTF-8"},  // the user's language is nobody's
+          {"XDG_CACHE_HOME", home},
           {"XDG_CONFIG_HOME", home},
           {"XDG_DOCUMENTS_DIR", home},
           {"CREATE_ERROR_LOG_AT_STARTUP", std::nullopt},

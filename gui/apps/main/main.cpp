@@ -4,6 +4,7 @@
 #include "orobasictypes/kelrealloc.h"
 #include "orobasictypes/orobaselibrary.h"
 #include "platform/process.h"
+#include "platform/temporaryfolder.h"
 
 // Always 1, good or bad: callers of the program know no other result of a run that came back, and
 // a status of its own is given only by a component that ends the process.
@@ -11,6 +12,7 @@ int main(int argc, char** argv) {
   platform::fillStandardStreams();
   kelHelpOperatorNew();
   platform::ignoreBrokenPipes();  // progress that nobody reads any more does not end the work
+  platform::nameTemporaryFolder();
   platform::storeInstanceHandle(platform::systemInstanceHandle());
   const platform::NarrowArguments arguments = platform::narrowArguments(argc, argv);
   oroMainFunction(arguments.count, arguments.values);
