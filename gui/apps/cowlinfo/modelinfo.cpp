@@ -41,6 +41,14 @@ constexpr KnownTag kKnownTags[] = {
     {0x010010, "two floats", Body::floats},
     {0x0B0002, "object", Body::object},
     {0x0B0003, "object known by a text", Body::textObject},
+    // Of native documents; what is in them is shown as bytes.
+    {0x435701, "document", Body::unknown},
+    {0x435702, "form", Body::unknown},
+    {0x435703, "scale", Body::unknown},
+    {0x435704, "grid", Body::unknown},
+    {0x435705, "colours", Body::unknown},
+    {0x435706, "points", Body::unknown},
+    {0x435707, "selection", Body::unknown},
 };
 
 const KnownTag* knownTag(uint32_t tag) {

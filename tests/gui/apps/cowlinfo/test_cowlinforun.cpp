@@ -98,6 +98,41 @@ TEST_F(CowlinfoRun, AModelFile) {
   EXPECT_EQ(run({"--model", "absent"}).exitCode, 2);
 }
 
+TEST_F(CowlinfoRun, WhatTheApplicationSavesInEachFormatIsKnown) {
+  folder_.write("in.xyz", "1 2 3 10 20 30\n-4 5.5 6 10 20 30\n");
+  for (const char* extension : {"txt", "ply", "las", "pcd", "cwl"}) {
+    const std::string file = std::string("out.") + extension;
+    tests::runChild(
+        {tests::cowlProgram(), {"-input", "in.xyz", "-output", file}, {}, folder_.path()});
+    const ChildResult result = run({"--points", file});
+    EXPECT_EQ(result.exitCode, 0) << result.errors;
+    EXPECT_THAT(result.output, Not(testing::StartsWith(file + ": points\n"))) << "has a name";
+    EXPECT_THAT(result.output, HasSubstr(": 2 points\n    bounds (-4, 2, 3) to (1, 5.5, 6)\n"));
+    EXPECT_THAT(result.output, HasSubstr("colour"));
+  }
+}
+
+TEST_F(CowlinfoRun, ANativeDocumentIsATreeUnlessItIsAskedForAsPoints) {
+  folder_.write("in.xyz", "1 2 3 10 20 30\n");
+  tests::runChild(
+      {tests::cowlProgram(), {"-input", "in.xyz", "-output", "out.cwl"}, {}, folder_.path()});
+  const ChildResult tree = run({"out.cwl"});
+  EXPECT_EQ(tree.exitCode, 0) << tree.errors;
+  EXPECT_THAT(tree.output, HasSubstr("out.cwl: model file, version 1, "));
+  EXPECT_THAT(tree.output, HasSubstr("\n  0x435701 document, version 1, 4 bytes\n"));
+  EXPECT_THAT(tree.output, HasSubstr("{9B0E0F52-2C1D-4A77-8E31-64D05A7C1B90}"));
+  EXPECT_THAT(tree.output, HasSubstr(": \"in\"\n"));
+  for (const char* name : {" form, ", " scale, ", " colours, ", " points, "}) {
+    EXPECT_THAT(tree.output, HasSubstr(name));
+  }
+  const std::string bytes = folder_.read("out.cwl");
+  for (size_t size : {size_t{0}, size_t{7}, bytes.size() / 2, bytes.size() - 1}) {
+    folder_.write("cut.cwl", bytes.substr(0, size));
+    EXPECT_EQ(run({"--model", "cut.cwl"}).exitCode, 2) << size;
+    EXPECT_EQ(run({"--points", "cut.cwl"}).exitCode, 2) << size;
+  }
+}
+
 constexpr const char* kDocument =
     "<?xml version=\"1.0\"?>\n<OroDataStore><section name=\"GUI\">"
     "<value name=\"Width\" type=\"integer\">12</value>"
