@@ -4,7 +4,7 @@ import time
 
 import cowl
 
-FILES = ("out.xyz",)
+FILES = ("out.xyz", "out.ply", "out.cwl")
 
 
 def step(text, result=None):

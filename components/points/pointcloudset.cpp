@@ -65,6 +65,9 @@ void PointCloudSet::resize(int64_t count) {
 
 void PointCloudSet::own() { cloud_.own(); }
 
-void PointCloudSet::coordinatesChanged() { cloud_.decimals = PointCloud::kShortest; }
+void PointCloudSet::coordinatesChanged() {
+  cloud_.decimals = PointCloud::kShortest;
+  cloud_.grid.reset();
+}
 
 BitVector& PointCloudSet::selection() { return cloud_.selection(); }

@@ -152,6 +152,19 @@ TEST_F(ScriptPoints, AnInterruptStopsACommandAndNoPointIsLost) {
   EXPECT_EQ(points.size(), 100000u);
 }
 
+TEST_F(ScriptPoints, EveryFormatKeepsTheWorkOfAScript) {
+  EXPECT_EQ(output("import numpy\ncowl.thin(100)\nwanted = cowl.document[0].points.copy()\n"
+                   "for name in ('a.ply', 'a.las', 'a.pcd', 'a.cwl', 'a.xyz'):\n"
+                   "    cowl.save(name)\n"
+                   "    before = len(cowl.document)\n"
+                   "    cowl.open(name)\n"
+                   "    cloud = cowl.document[-1]\n"
+                   "    print(name, numpy.array_equal(cloud.points, wanted), cloud.colors[99])\n"
+                   "    cowl.merge()\n    cowl.deduplicate()\n"),
+            "a.ply True [154  10  20]\na.las True [154  10  20]\na.pcd True [154  10  20]\n"
+            "a.cwl True [154  10  20]\na.xyz True [154  10  20]\n");
+}
+
 TEST_F(ScriptPoints, AThreadThatIsLeftRunningStandsStillWhileTheFileIsSaved) {
   const auto result =
       run("import threading\n"

@@ -178,7 +178,9 @@ TEST_F(PointCommandsTest, MovesPoints) {
   EXPECT_EQ(run("translate", {{"by", {10, 20, 30}}}), "");
   EXPECT_THAT(positionsOf(cloud), ElementsAre(OroVector(11, 22, 33)));
   EXPECT_EQ(cloud.decimals, 2);
+  cloud.grid.emplace();
   EXPECT_EQ(run("scale", {{"factor", {2}}}), "");
+  EXPECT_FALSE(cloud.grid.has_value());
   EXPECT_THAT(positionsOf(cloud), ElementsAre(OroVector(22, 44, 66)));
   EXPECT_EQ(cloud.decimals, PointCloud::kShortest);
   EXPECT_EQ(run("scale", {{"factor", {1, 0.5, 1}}, {"center", {22, 0, 0}}}), "");

@@ -33,7 +33,7 @@ class PointSet {
   // From here on nobody else sees the storage: who looks at it keeps the points as they are now.
   // For what moves points to other numbers.
   virtual void own() = 0;
-  // The coordinates are no longer those of the file: its way to write them does not fit any more.
+  // The coordinates are no longer those of the file: its digits and its grid do not fit any more.
   virtual void coordinatesChanged() = 0;
 
   // The selected points; the vector may end before the last point.
