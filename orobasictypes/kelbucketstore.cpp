@@ -181,9 +181,13 @@ void KelBucketStore::reserve(KelBucketList& list, int32_t number) {
 
 void* KelBucketStore::freshBlock(int64_t size, int32_t& actual) {
   const int64_t bytes = size + headerSize;
-  if (bytes > INT32_MAX) kelOutOfMemory(bytes);
   void* block = nullptr;
-  kelMalloc(block, 1, static_cast<int32_t>(bytes));
+  if (bytes <= INT32_MAX) {
+    kelMalloc(block, 1, static_cast<int32_t>(bytes));
+  } else {
+    // More than a count of bytes can say; refused like any block of that size.
+    kelMalloc(block, headerSize, static_cast<int32_t>((bytes + headerSize - 1) / headerSize));
+  }
   new (block) KelBucketHeader{&kelmemory::immortal<BucketMemoryAllocator>()};
   actual = static_cast<int32_t>(size);
   return static_cast<char*>(block) + headerSize;

@@ -9,6 +9,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "orobasictypes/kelpool.h"
 #include "orobasictypes/kelrealloc.h"
 #include "platform/descriptor.h"
 #include "platform/temporaryfile.h"
@@ -113,6 +114,16 @@ TEST_F(Exhaustion, ImpossibleSizesGoThroughTheWholeProcedure) {
   EXPECT_EQ(end([&] { kelMalloc(block_, 4, 0x1FFFFFFF); }), -1);
   EXPECT_THAT(tried(), ElementsAre(0x7FFFFFFC));
   EXPECT_EQ(record().substr(0, 31), "attempted:        2147483644b\n\n");
+}
+
+TEST_F(Exhaustion, BlockOfThePoolBeyondAllSizesIsARefusedRequestToo) {
+  auto& manager = addManager(2);
+  kelPoolInstance();
+  heap.refuseAbove = 1 << 20;
+  int32_t actual = 0;
+  EXPECT_EQ(end([&] { kelPoolAlloc(INT32_MAX, actual); }), -1);
+  EXPECT_EQ(manager.asked, 3);
+  EXPECT_EQ(record().substr(0, 41), "attempted:        18446744071562067976b\n\n");
 }
 
 // --- A buffer that grows
