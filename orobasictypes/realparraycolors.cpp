@@ -60,12 +60,14 @@ int32_t countKept(const BitVector& skipMask, int32_t limit) {
 
 }  // namespace
 
-// A published object is everybody's: this array gets one of its own.
+// A published object is everybody's: this array gets one of its own. It is not packed yet, whatever
+// the one before was.
 bool RealPArray::makeExtraInfo() {
   void* found = nullptr;
   oroGetService(KelCString::borrow(IOroPointExtraInfo::interfaceName()), &found);
   auto* const info = static_cast<IOroPointExtraInfo*>(found);
   if (info == nullptr) return false;
+  packed_ = false;
   if (info->refCount() == 0) {
     SetExtraInfo(info);
     return true;
@@ -150,13 +152,13 @@ bool RealPArray::SetColor(int32_t i, double r, double g, double b) {
 int32_t RealPArray::AddPointF(const OroPointF& record) {
   const int32_t i = Add(OroVector(record.x, record.y, record.z));
   const float color[3] = {record.r, record.g, record.b};
-  if (HasColors()) SetColor(i, color);
+  if (i != 0 && HasColors()) SetColor(i, color);
   return i;
 }
 
 int32_t RealPArray::AddPointD(const OroPointD& record) {
   const int32_t i = Add(OroVector(record.x, record.y, record.z));
-  if (HasColors()) SetColor(i, record.r, record.g, record.b);
+  if (i != 0 && HasColors()) SetColor(i, record.r, record.g, record.b);
   return i;
 }
 
@@ -276,9 +278,10 @@ int32_t RealPArray::ReadColors(BinInput& input) {
   if (!input.Read(&flags, 1)) return 0;
   if ((flags & kHasColors) != 0) {
     if (extra_ == nullptr && !makeExtraInfo()) return 0;
-    packed_ = (flags & kPacked) != 0;
-    const int64_t bytes = packed_ ? sizeof(uint32_t) : 3 * sizeof(float);
+    const bool isPacked = (flags & kPacked) != 0;
+    const int64_t bytes = isPacked ? sizeof(uint32_t) : 3 * sizeof(float);
     if (!input.Read(&count, 1) || count < 0 || !canHold(input, count * bytes)) return 0;
+    packed_ = isPacked;
     if (!(packed_ ? readPackedColors(input, count) : readFloatColors(input, count))) return 0;
   }
   if (extra_ != nullptr && extra_->GetCount() != GetCount()) extra_->SetCount(GetCount());

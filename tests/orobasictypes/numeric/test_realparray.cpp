@@ -338,6 +338,12 @@ TEST_F(PointArray, AddsAndSetsPointsWithTheirColours) {
   EXPECT_EQ(points->points(), (Points{{10, 11, 12}, {13, 14, 15}, {7, 8, 9.5}}));
   EXPECT_THAT(info.colors,
               ElementsAre(Color{}, Color{1, 0, 0}, Color{0, 1, 0}, Color{0.125, 0, 1}));
+  const IPtr<OroVectorArray> full(new OroVectorArray);
+  full->SetCount(INT32_MAX);
+  FakeExtraInfo& none = addColors(*full, {});
+  EXPECT_EQ(full->AddPointF({4, 5, 6, 9, 0.5, 0.25, 1, 1}), 0);
+  EXPECT_EQ(full->AddPointD({7, 8, 9.5, 1, 0.125, 0, 1}), 0);
+  EXPECT_THAT(none.take(), IsEmpty()) << "no point, no colour";
 }
 
 TEST_F(PointArray, GivesRecordsOfPositionAndColour) {
@@ -653,6 +659,23 @@ TEST_P(PointLoops, HaveBoundsOfAMask) {
   EXPECT_EQ(min, OroVector(1, 1, 1));
 }
 
+TEST_P(PointLoops, HaveBoundsOfAMaskThatBeginFarOut) {
+  Points all(20, OroVector(7, 7, 7));
+  all[0] = OroVector(2e42, 5, nan);
+  all[1] = OroVector(infinity, nan, nan);
+  const IPtr<RealPArray> points = cloud(all);
+  OroVector min;
+  OroVector max;
+  points->GetBounds(min, max, bitsOf({1, 2}));
+  EXPECT_EQ(min, OroVector(1e42, 5, 1e42));
+  EXPECT_EQ(max, OroVector(infinity, 5, -1e42));
+  BitVector most;
+  most.SetAll(19);
+  points->GetBounds(min, max, most);
+  EXPECT_EQ(min, OroVector(7, 5, 7));
+  EXPECT_EQ(max, OroVector(infinity, 7, 7));
+}
+
 TEST_P(PointLoops, HaveALargestCoordinate) {
   EXPECT_EQ(cloud({})->AbsoluteMaximum(), 1e-16);
   EXPECT_EQ(cloud({{1e-17, 0, -1e-17}})->AbsoluteMaximum(), 1e-16);
@@ -682,6 +705,9 @@ TEST_P(PointLoops, AreTransformedInTheOrderOfTheRows) {
   const double first = ((0.1 + 0.7) + 1e17) + 1;
   const double second = ((1e17 + -1e17) + 3) + 1;
   EXPECT_EQ(pointsOf(*points), (Points{{first, first, first}, {second, second, second}}));
+  const IPtr<RealPArray> far = cloud({{infinity, 1, 2}});
+  far->Transform(matrix);
+  EXPECT_EQ(far->GetVector(1), OroVector(infinity, infinity, infinity)) << "no fourth row";
 }
 
 TEST_P(PointLoops, AreProjectedByAFourthRow) {
@@ -786,6 +812,12 @@ TEST_P(PointLoops, TakeTheirColoursAlongWhenSorted) {
   twice->Sort(true, nullptr, nullptr);
   EXPECT_THAT(second.take(), ElementsAre("Permute 1 3", "CopyColor 2 3", "SetCount 2"));
   EXPECT_EQ(second.colors[2], (Color{0, 0, 1}));
+  const IPtr<RealPArray> once = cloud({{1, 0, 0}, {2, 0, 0}});
+  FakeExtraInfo& third = addColors(*once, {{}, {1, 0, 0}, {0, 0, 1}});
+  once->Sort(false, nullptr, nullptr);
+  EXPECT_THAT(third.take(), ElementsAre("Permute 1 2"));
+  once->Sort(true, nullptr, nullptr);
+  EXPECT_THAT(third.take(), ElementsAre("Permute 1 2", "SetCount 2")) << "nothing was removed";
 }
 
 TEST_F(PointArray, IsSortedThroughSinglePoints) {
@@ -938,6 +970,28 @@ TEST_F(ColorChunk, IsReadInOneGoWhenItIsPacked) {
   EXPECT_THAT(info.packed, ElementsAre(1, 0xFF0000FF, 0x12345678));
   EXPECT_THAT(info.take(), ElementsAre("SetCapacity 3", "GetPackedArray", "SetCount 2"));
   EXPECT_TRUE(points_->HasPackedColors());
+}
+
+TEST_F(ColorChunk, HoldsFloatsOfNewColoursAfterPackedOnes) {
+  addColors(*points_, {{}, {}, {}});
+  points_->SetPackedColors(true);
+  EXPECT_TRUE(points_->SetHasColors(false));
+  EXPECT_TRUE(points_->SetColor(1, 1, 0.5, 0));
+  ASSERT_FALSE(points_->HasPackedColors());
+  EXPECT_EQ(written(*points_, 1), bytesOf({1, 2, 0, 0, 0, one, half, 0}));
+}
+
+TEST_F(ColorChunk, ThatIsDamagedLeavesTheFormOfTheColours) {
+  for (const bool packed : {false, true}) {
+    addColors(*points_, {{}, {}, {}});
+    points_->SetPackedColors(packed);
+    for (const std::vector<uint32_t>& words :
+         {std::vector<uint32_t>{packed ? 1U : 3U}, {packed ? 1U : 3U, 0xFFFFFFFF}}) {
+      MemoryInput input(bytesOf(words));
+      EXPECT_EQ(points_->ReadColors(input), 0);
+      EXPECT_EQ(points_->HasPackedColors(), packed);
+    }
+  }
 }
 
 TEST_F(ColorChunk, WithoutColoursStillSettlesTheirNumber) {
