@@ -93,6 +93,15 @@ TEST_F(VectorArrayTest, ReservesSixteenForTheFirstPointAndThenTwiceTheRoom) {
   EXPECT_THAT(log(), ElementsAre("alloc 1 24576 zero", "alloc 2 24576 zero"));
 }
 
+TEST_F(VectorArrayTest, ReservesRoomForWhatIsSetOrReadAndNoneWhenItIsCleared) {
+  Reserving array;
+  array.Set(2000, 1, 2, 3);
+  array.Clear();
+  MemoryInput input(std::string("\x0B\x91\x6B\0\0\0\0\0", 8));
+  EXPECT_TRUE(array.Read(input));
+  EXPECT_THAT(array.reserved, ElementsAre(2001, 0, 0, 1));
+}
+
 TEST_F(VectorArrayTest, AddsPointsInSeveralForms) {
   const IPtr<OroVectorArray> array(new OroVectorArray);
   const double position[3] = {1, 2, 3};
@@ -396,7 +405,8 @@ TEST_F(VectorArrayTest, MovesPointsToWhereAMapSays) {
   EXPECT_THAT(numbersOf(*array), ElementsAre(3, 1, 2, 5, 4));
   array->Permute(mapOf({0, 2, 3, 1, 5, 4}), 0);
   EXPECT_THAT(numbersOf(*array), ElementsAre(3, 1, 2, 5, 4)) << "no points, no change";
-  array->Permute(mapOf({0, 1, 2, 3, 4, 5}), 5);
+  array->Permute(mapOf({4, 1, 2, 3, 4, 5}), 5);
+  EXPECT_EQ(array->GetVector(0), OroVector()) << "no point";
   EXPECT_THAT(numbersOf(*array), ElementsAre(3, 1, 2, 5, 4));
 }
 

@@ -328,6 +328,8 @@ TEST_F(PointArray, ReadsColoursOnlyWhereThereAreSome) {
 TEST_F(PointArray, AddsAndSetsPointsWithTheirColours) {
   const IPtr<PlainPoints> points = make({});
   EXPECT_EQ(points->AddPointF({1, 2, 3, 9, 1, 1, 1, 1}), 1);
+  EXPECT_TRUE(points->SetPointF(1, {1, 2, 3, 9, 1, 1, 1, 1}));
+  EXPECT_TRUE(points->SetPointD(1, {1, 2, 3, 9, 1, 1, 1}));
   EXPECT_EQ(points->ExtraInfo(), nullptr) << "an array without colours stays without";
   FakeExtraInfo& info = addColors(*points, {});
   EXPECT_EQ(points->AddPointF({4, 5, 6, 9, 0.5, 0.25, 1, 1}), 2);
@@ -797,6 +799,27 @@ TEST_P(PointLoops, FillTheMaskWhereDuplicatesStay) {
   points->Sort(false, nullptr, &kept);
   EXPECT_THAT(setBits(kept), ElementsAre(1, 2));
   EXPECT_EQ(kept.KnownCount(), 2);
+}
+
+// Tells which point is the first one when the colours are brought into order.
+class WatchingExtraInfo : public FakeExtraInfo {
+ public:
+  explicit WatchingExtraInfo(const RealPArray& array) : array_(array) {}
+  void Permute(const IntArray&, int32_t, int32_t) override {
+    first.push_back(array_.GetVector(1).x);
+  }
+  std::vector<double> first;
+
+ private:
+  const RealPArray& array_;
+};
+
+TEST_P(PointLoops, AreSortedBeforeTheirColours) {
+  const IPtr<RealPArray> points = cloud({{1, 0, 0}, {2, 0, 0}});
+  auto* const info = new WatchingExtraInfo(*points);
+  points->SetExtraInfo(info);
+  points->Sort(false, nullptr, nullptr);
+  EXPECT_THAT(info->first, ElementsAre(2));
 }
 
 TEST_P(PointLoops, TakeTheirColoursAlongWhenSorted) {
