@@ -25,6 +25,7 @@ class OroTrivialTranslator : public Interface {
   static constexpr const char* className() { return "OroTrivialTranslator"; }
   using Text = const OroString*;  // an argument; null counts as empty
 
+  // Texts are made aside: `out` may be one of the arguments, and the key one of its narrow forms.
   OroString& translateArray(OroString& out, const char* key, int32_t count,
                             Text arguments) override {
     OroString text;
@@ -54,9 +55,9 @@ class OroTrivialTranslator : public Interface {
     return filled(out, key, {a1});
   }
   OroString& translate(OroString& out, const char* key) override {
-    out = OroString();
-    lookup(key, out);
-    return out;
+    OroString text;
+    lookup(key, text);
+    return out = std::move(text);
   }
   bool setLanguage(IOroLanguageID*) override { return false; }
 
@@ -72,7 +73,6 @@ class OroTrivialTranslator : public Interface {
   const char* getClassName() const override { return className(); }
 
  private:
-  // The text is made aside, so that `out` may be one of the arguments.
   OroString& filled(OroString& out, const char* key, const OroPlaceholderArguments& arguments) {
     OroString text;
     lookup(key, text);

@@ -349,6 +349,22 @@ TEST(OroTrivialTranslatorTest, WhatALookupLeavesAloneIsEmpty) {
   EXPECT_TRUE(translator->translateArray(out, "key %1", 1, &argument).isNull());
 }
 
+// Needs memory before it comes to the key.
+class BusyTranslator : public OroTrivialTranslator<> {
+ public:
+  bool lookup(const char* key, OroString& out) override {
+    const OroString others[] = {OroString("x"), OroString("y"), OroString("z")};
+    return OroTrivialTranslator::lookup(key, out);
+  }
+};
+
+TEST(OroTrivialTranslatorTest, TheKeyMayBeAFormOfTheResult) {
+  const IPtr<BusyTranslator> translator = new BusyTranslator;
+  OroString out("key");
+  EXPECT_EQ(narrow(translator->translate(out, out.toNarrow())), "key");
+  EXPECT_EQ(narrow(translator->translate(out, out.toUtf8())), "key");
+}
+
 // Hands out texts of the program itself.
 class BorrowingTranslator : public OroTrivialTranslator<> {
  public:
