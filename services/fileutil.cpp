@@ -63,9 +63,9 @@ struct Entry {
 };
 
 EntryKind kindBehind(const OroPath& path) {
-  platform::FileStatus status = {};
-  if (!platform::fileStatus(systemPath(path), status)) return EntryKind::other;
-  return status.isDirectory ? EntryKind::directory : EntryKind::file;
+  const std::u16string name = systemPath(path);
+  if (platform::isDirectory(name)) return EntryKind::directory;
+  return platform::isFile(name) ? EntryKind::file : EntryKind::other;
 }
 
 std::vector<Entry> entriesOf(const OroPath& directory) {

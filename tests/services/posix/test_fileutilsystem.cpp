@@ -122,8 +122,9 @@ TEST_F(FilesOfLinux, EntriesOfOtherKindsAreListedWithModeFourAlone) {
   folder_.write("d/file", "x");
   ASSERT_EQ(mkfifo(folder_.file("d/pipe").c_str(), 0600), 0);
   std::filesystem::create_symlink("nowhere", folder_.file("d/link"));
+  std::filesystem::create_symlink("pipe", folder_.file("d/linked pipe"));
   EXPECT_THAT(listed("d", 3), ElementsAre(u"file"));
-  EXPECT_THAT(listed("d", 4), UnorderedElementsAre(u"file", u"pipe", u"link"));
+  EXPECT_THAT(listed("d", 4), UnorderedElementsAre(u"file", u"pipe", u"link", u"linked pipe"));
 }
 
 // Such a name would be taken for a path, here one that leads out of the folder.
