@@ -1,8 +1,8 @@
 // LogfileListener: the error listener that writes each report as a line of a text file.
 //
 // It is made at start when an error log is asked for, and the error service holds it. The line is
-// the text alone, without characters beyond ASCII. A file that cannot be opened is no failure:
-// nothing is written then.
+// the text alone in its narrow form, which without the text service is its ASCII characters. A
+// file that cannot be opened is no failure: nothing is written then.
 #pragma once
 
 #include <cstdint>
