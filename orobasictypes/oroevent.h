@@ -19,9 +19,10 @@ class OroEvent {
   void wait() { handle_.wait(); }
   bool tryWait() { return handle_.wait(0); }
   // True when it was set within so many seconds, of which parts of a millisecond are dropped; at
-  // least one millisecond.
+  // least one millisecond. Beyond some weeks it waits without limit.
   bool wait(double seconds) {
-    return handle_.wait(std::max<int64_t>(kelTruncate(seconds * 1000), 1));
+    constexpr double longest = 9e18;  // still a 64-bit integer
+    return handle_.wait(std::max<int64_t>(kelTruncate(std::min(seconds * 1000, longest)), 1));
   }
 
  private:

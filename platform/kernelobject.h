@@ -37,7 +37,7 @@ class KernelObject {
 
   // Using. False when nothing is held.
 
-  /// True when it was had in time.
+  /// True when it was had in time. From 0xFFFFFFFF milliseconds on there is no limit.
   bool wait(std::int64_t milliseconds = forever);
   /// False also for a thread that does not hold the mutex.
   bool releaseMutex();

@@ -14,6 +14,10 @@
 namespace platform {
 namespace {
 
+// In milliseconds, some weeks: longer waits have no limit, as elsewhere. The clock could not tell
+// their end.
+constexpr std::int64_t longestWait = 0xFFFFFFFF;
+
 // What a kernel mutex, semaphore or event is, told by a count: how many may still come in.
 struct Object {
   enum class Kind { mutex, semaphore, autoReset, manualReset };
@@ -134,7 +138,7 @@ bool KernelObject::wait(std::int64_t milliseconds) {
   if (object == nullptr) return false;
   std::unique_lock hold(object->lock);
   const auto had = [&] { return object->tryTake(); };
-  if (milliseconds < 0) {
+  if (milliseconds < 0 || milliseconds >= longestWait) {
     object->changed.wait(hold, had);
     return true;
   }

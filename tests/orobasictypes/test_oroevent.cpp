@@ -1,5 +1,6 @@
 #include "orobasictypes/oroevent.h"
 
+#include <chrono>
 #include <limits>
 #include <thread>
 
@@ -29,6 +30,18 @@ TEST(OroEvent, TimedWaitLastsAtLeastAMillisecond) {
     const int64_t taken = platform::steadyNanoseconds() - start;
     EXPECT_GE(taken, 500000) << seconds;  // the clocks of the two differ
     EXPECT_LT(taken, 5000000000) << seconds;
+  }
+}
+
+TEST(OroEvent, VeryLongWaitDoesNotEndBeforeTheEventIsSet) {
+  for (const double seconds : {5e6, 1e10, 1e300, std::numeric_limits<double>::infinity()}) {
+    OroEvent event;
+    std::thread setter([&] {
+      std::this_thread::sleep_for(std::chrono::milliseconds(50));
+      event.set();
+    });
+    EXPECT_TRUE(event.wait(seconds)) << seconds;
+    setter.join();
   }
 }
 
