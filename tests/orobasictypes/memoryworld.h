@@ -42,6 +42,7 @@ class MemoryWorld : public testing::Test {
 
   MemoryWorld() {
     current = this;
+    heap.fillsBlocks = true;
     store_->addRef();
     manager_->addRef();
     store_->CreateDirectory("Directories");

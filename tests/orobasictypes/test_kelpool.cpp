@@ -531,8 +531,10 @@ TEST_F(KelPoolService, IsLookedForEvery601Allocations) {
 
 TEST_F(KelPoolService, TakesTheBlocksOfTheLocalPoolBehindItsOwn) {
   void* const small = take(4);
+  void* const last = take(4);
   void* const other = take(300);
   kelPoolFree(4, small);
+  kelPoolFree(4, last);
   Pool* const service = publishBeside();
   EXPECT_FALSE(isCurrent(service));
   void* own = service->Allocate(4, actual_);
@@ -541,9 +543,11 @@ TEST_F(KelPoolService, TakesTheBlocksOfTheLocalPoolBehindItsOwn) {
   kelPoolFree(300, other);
   EXPECT_EQ(kelPoolAdopt(), 1);
   EXPECT_TRUE(isCurrent(service));
-  EXPECT_EQ(take(4), small) << "from behind";
+  EXPECT_EQ(take(4), last) << "from behind, in the order that they had";
+  EXPECT_EQ(take(4), small);
   EXPECT_EQ(take(4), ownFirst);
   EXPECT_EQ(take(300), other) << "a list that the service had not";
+  kelPoolFree(4, last);
   kelPoolFree(4, small);
   kelPoolFree(4, ownFirst);
   kelPoolFree(300, other);

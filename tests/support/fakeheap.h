@@ -12,10 +12,12 @@
 
 #include <cstddef>
 #include <cstdlib>
+#include <cstring>
 #include <functional>
 #include <vector>
 
 #include "orobasictypes/kelrealloc.h"
+#include "platform/memoryfigures.h"
 
 namespace tests {
 
@@ -43,6 +45,7 @@ class FakeHeap {
   size_t refuseAbove = PTRDIFF_MAX - 1;  // larger requests, in bytes, get null
   size_t refuseUpToCall = 0;             // the requests up to this number, from 1, get null
   bool refuseGrowth = false;             // blocks keep their size: every reallocation gets null
+  bool fillsBlocks = false;              // new bytes are never zero by chance
   std::function<void()> onAllocate;      // called before each request for a new block
   int allocations = 0;                   // requests for a new block
   int reallocations = 0;
@@ -57,11 +60,19 @@ class FakeHeap {
   void* allocate(size_t bytes) {
     ++allocations;
     if (onAllocate) onAllocate();
-    return refuses(bytes) ? nullptr : std::malloc(bytes);
+    return refuses(bytes) ? nullptr : filled(std::malloc(bytes), 0, bytes);
   }
   void* reallocate(void* block, size_t bytes) {
     ++reallocations;
-    return refuses(bytes) || refuseGrowth ? nullptr : std::realloc(block, bytes);
+    if (refuses(bytes) || refuseGrowth) return nullptr;
+    const size_t before = platform::heapBlockSize(block);
+    return filled(std::realloc(block, bytes), before, bytes);
+  }
+  void* filled(void* block, size_t from, size_t to) const {
+    if (fillsBlocks && block != nullptr && from < to) {
+      std::memset(static_cast<char*>(block) + from, 0xCC, to - from);
+    }
+    return block;
   }
   void release(void* block) {
     frees += block != nullptr;
