@@ -42,7 +42,7 @@ TEST(CalendarDay, IsThatOfTheGregorianCalendar) {
   for (const auto& row : rows) EXPECT_EQ(calendarDayOf(row.seconds), row.date) << row.seconds;
 }
 
-TEST(CalendarDay, FollowsDayByDayForACentury) {
+TEST(CalendarDay, FollowsDayByDayForFiveCenturies) {
   for (int64_t day = 0; day < 500 * 366; ++day) {
     const std::chrono::year_month_day expected{std::chrono::sys_days(std::chrono::days(day))};
     const CalendarDay date = {static_cast<int>(expected.year()),

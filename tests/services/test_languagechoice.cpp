@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/basic/keldatavisitor.h"
+#include "base/basic/keldataxmlreader.h"
 #include "interfaces/IKelDataString.h"
 #include "interfaces/IKelLocale.h"
 #include "interfaces/IOroCompLangInitializer.h"
@@ -14,8 +15,8 @@
 #include "interfaces/IOroTranslator.h"
 #include "orobasictypes/orotrivialtranslator.h"
 #include "services/orotranslatorservice.h"
-#include "tests/services/servicetest.h"
 #include "tests/services/testlanguage.h"
+#include "tests/services/translationworld.h"
 #include "tests/support/slotnumber.h"
 
 namespace {
@@ -89,7 +90,7 @@ class StoredLanguage : public KelDataVisitor {
   const char* code_;  // null: it fails
 };
 
-class LanguageChoice : public tests::ServiceTest {
+class LanguageChoice : public tests::TranslationWorld {
  protected:
   LanguageChoice() {
     told.clear();
@@ -225,6 +226,28 @@ TEST_F(LanguageChoice, TheSystemIsNotAskedWhereALanguageIsChosen) {
   publishLocale(ofSystem.get());
   firstLanguageStep();
   EXPECT_THAT(told, ElementsAre("application fr"));
+}
+
+TEST_F(LanguageChoice, ADocumentCountsWhereItHasALanguage) {
+  publishXml("IOroDOMXml");
+  publishLanguage();
+  const IPtr<TestLanguage> ofSystem = new TestLanguage("de");
+  publishLocale(ofSystem.get());
+  const auto step = [this](const std::string& language) {
+    folder_.write("own.iniml", "<OroDataStore><section name=\"Fonts and Languages\">" + language +
+                                   "</section></OroDataStore>");
+    store_->SetReader(new KelDataXMLReader(base("own.iniml"), false));
+    language_->setLanguage(KelCString(""));
+    told.clear();
+    firstLanguageStep();
+    return told;
+  };
+  EXPECT_THAT(step("<value name=\"Other\" type=\"text_latin1\">fr</value>"),
+              ElementsAre("application de"));
+  EXPECT_THAT(step("<value name=\"Language\" type=\"text_latin1\"></value>"),
+              ElementsAre("application de"));
+  EXPECT_THAT(step("<value name=\"Language\" type=\"text_latin1\">fr</value>"),
+              ElementsAre("application fr"));
 }
 
 TEST_F(LanguageChoice, ASystemWithoutALanguageLeavesEnglish) {
