@@ -1,5 +1,7 @@
-// Opening and saving 10,000,000 points as binary PLY by the whole executable, beside the public
-// programs that do the same and are installed. COWL_BENCH_POINTS says another number of points.
+// Opening and saving 10,000,000 points as binary PLY by the whole executable, without and with the
+// removal of duplicates between, beside the public programs that are installed. None of those
+// removes exact duplicates from the command line, so they open and save alone, which is less work.
+// COWL_BENCH_POINTS says another number of points.
 
 #include <fcntl.h>
 #include <spawn.h>
@@ -26,7 +28,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Points that are made as they are asked for.
+// Points that are made as they are asked for; each tenth is there already.
 class MadePoints : public PointSource {
  public:
   explicit MadePoints(int64_t count) {
@@ -36,7 +38,7 @@ class MadePoints : public PointSource {
   std::span<const PointCloudHead> clouds() const override { return {&head_, 1}; }
   bool points(size_t, int64_t first, size_t count, double* xyz, PointColor* colors) override {
     for (size_t i = 0; i < count; ++i) {
-      const int64_t n = (first + static_cast<int64_t>(i)) * 7919 % head_.count;
+      const int64_t n = (first + static_cast<int64_t>(i)) * 7919 % (head_.count - head_.count / 10);
       xyz[3 * i] = 637000 + static_cast<double>(n % 100000) / 100;
       xyz[3 * i + 1] = 849000 + static_cast<double>(n / 1000) / 100;
       xyz[3 * i + 2] = 400 + static_cast<double>(n % 6000) / 100;
@@ -123,8 +125,10 @@ int main(int argc, char** argv) {
   bench::Ratios ratios(argc, argv);
   const char* asked = std::getenv("COWL_BENCH_POINTS");
   const int64_t count = asked != nullptr ? std::atoll(asked) : 10000000;
-  const std::string name = "open and save " + std::to_string(count) + " points as binary PLY";
-  if (!ratios.wants(name)) return 0;
+  const std::string points = std::to_string(count) + " points as binary PLY";
+  const std::string plain = "open and save " + points;
+  const std::string cleaned = "open, deduplicate and save " + points + " (peers: open and save)";
+  if (!ratios.wants(plain) && !ratios.wants(cleaned)) return 0;
   setenv("QT_QPA_PLATFORM", "offscreen", 1);
   tests::TempFolder folder;
   const std::string in = folder.file("in.ply").string();
@@ -132,6 +136,10 @@ int main(int argc, char** argv) {
   makeFile(in, count);
   const std::vector<std::string> ours = {(tests::stageDir() / "cowl").string(), "-input", in,
                                          "-output", out};
+  const fs::path script = folder.file("clean.py");
+  std::ofstream(script) << "import cowl\ncowl.deduplicate()\n";
+  std::vector<std::string> cleaning = ours;
+  cleaning.insert(cleaning.end(), {"-script", script.string()});
   const Peer peers[] = {
       {"CloudCompare",
        {"/usr/bin/CloudCompare", "-SILENT", "-AUTO_SAVE", "OFF", "-O", in, "-C_EXPORT_FMT", "PLY",
@@ -139,6 +147,8 @@ int main(int argc, char** argv) {
       {"pcl_ply2ply", {"/usr/bin/pcl_ply2ply", in, out}},
   };
   for (const Peer& peer : peers) {
-    if (fs::exists(peer.command[0])) compare(name, ours, peer);
+    if (!fs::exists(peer.command[0])) continue;
+    if (ratios.wants(plain)) compare(plain, ours, peer);
+    if (ratios.wants(cleaned)) compare(cleaned, cleaning, peer);
   }
 }
