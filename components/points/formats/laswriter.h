@@ -21,10 +21,10 @@ class LasWriter : public PointFormatWriter {
     double most[3];
   };
 
-  static bool findBounds(PointSource& source, Bounds& bounds);
-  static bool chooseAxis(PointSource& source, int axis, const Bounds& bounds, PointGrid& grid);
+  bool findBounds(PointSource& source, Bounds& bounds);
+  bool chooseAxis(PointSource& source, int axis, const Bounds& bounds, PointGrid& grid);
   static bool chooseCoarse(int axis, const Bounds& bounds, PointGrid& grid);
   static bool fits(const LasGrid& grid, double least, double most);
-  static bool keepsAll(PointSource& source, int axis, const LasGrid& grid);
+  bool keepsAll(PointSource& source, int axis, const LasGrid& grid);
   bool writePoints(PointSource& source, PointOutputBuffer& out, const LasHeader& header);
 };

@@ -39,6 +39,7 @@ int PointFormatWriter::chooseReal(PointSource& source, int option) {
         compareFloats(xyz, 3 * count, rounded, most);
         return option == 4 || rounded == 0;
       });
+  if (problem_ != nullptr) return 0;
   if (option != 4) return whole ? 4 : 8;
   if (!whole) return 0;
   if (!std::isfinite(most)) return fail(pointtexts::kTooLarge);
@@ -56,6 +57,15 @@ void PointFormatWriter::noteJoined(const PointSource& source) {
   if (source.clouds().size() < 2) return;
   note(pointtexts::kNoteJoined, std::to_string(source.clouds().size()));
 }
+
+// The difference is 0 for finite numbers alone; a sum has no branch in the loop.
+bool PointFormatWriter::areFinite(const double* values, size_t count) {
+  double sum = 0;
+  for (size_t i = 0; i < count; ++i) sum += values[i] - values[i];
+  return sum == 0;
+}
+
+bool PointFormatWriter::refuseCoordinate() { return fail(pointtexts::kNotSavable); }
 
 bool PointFormatWriter::fail(const char* problem) {
   problem_ = problem;

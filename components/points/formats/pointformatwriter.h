@@ -40,9 +40,9 @@ class PointFormatWriter {
   static Totals totals(const PointSource& source);
 
   // Calls use(cloud, xyz, colors, count) for the points of one cloud, block by block, until it
-  // gives false.
+  // gives false. False with a problem at a coordinate that is no finite number: no reader takes it.
   template <class Use>
-  static bool eachBlockOf(PointSource& source, size_t cloud, bool withColors, Use use) {
+  bool eachBlockOf(PointSource& source, size_t cloud, bool withColors, Use use) {
     std::vector<double> xyz(3 * kBlock);
     std::vector<PointColor> colors(withColors ? kBlock : 0);
     PointColor* const rgb = withColors ? colors.data() : nullptr;
@@ -50,13 +50,14 @@ class PointFormatWriter {
     for (int64_t first = 0; first < whole; first += kBlock) {
       const auto count = static_cast<size_t>(std::min<int64_t>(kBlock, whole - first));
       if (!source.points(cloud, first, count, xyz.data(), rgb)) return false;
+      if (!areFinite(xyz.data(), 3 * count)) return refuseCoordinate();
       if (!use(cloud, xyz.data(), rgb, count)) return false;
     }
     return true;
   }
   // The same for the points of all clouds.
   template <class Use>
-  static bool eachBlock(PointSource& source, bool withColors, Use use) {
+  bool eachBlock(PointSource& source, bool withColors, Use use) {
     for (size_t cloud = 0; cloud < source.clouds().size(); ++cloud) {
       if (!eachBlockOf(source, cloud, withColors, use)) return false;
     }
@@ -73,6 +74,9 @@ class PointFormatWriter {
   void note(const char* key, std::string_view first = {}, std::string_view second = {});
 
  private:
+  static bool areFinite(const double* values, size_t count);
+  bool refuseCoordinate();
+
   const char* problem_ = nullptr;
   PointNotes notes_;
 };

@@ -84,6 +84,8 @@ inline constexpr const char* kCwlNumber = oroKey("a scale is no number");
 
 // --- Problems of writing: sentences in which %1 is the file.
 
+inline constexpr const char* kNotSavable =
+    oroKey("A coordinate is no finite number, so the file %1 is not saved");
 inline constexpr const char* kTooLarge =
     oroKey("A coordinate is too large for the form of the file %1");
 

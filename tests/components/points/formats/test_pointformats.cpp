@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <set>
 #include <string>
 
@@ -17,6 +18,7 @@ tests::Saved saveAs(const PointFormat& format, const std::vector<tests::Cloud>& 
   tests::Saved saved;
   saved.good = writer->write(source, buffer);
   saved.bytes = output.written;
+  saved.problem = writer->problem();
   return saved;
 }
 
@@ -37,6 +39,22 @@ TEST(PointFormats, EveryFormatReadsWhatItWritesAndKnowsItsBeginning) {
     EXPECT_TRUE(sink.clouds[0].samePoints(cloud)) << format.name;
     EXPECT_EQ(pointFormatBeginning(saved.bytes), format.recognises == nullptr ? nullptr : &format)
         << format.name;
+  }
+}
+
+// A script can make such numbers; a file with them would not be read again.
+TEST(PointFormats, NoFormatIsWrittenWithACoordinateThatIsNoFiniteNumber) {
+  for (const double value : {NAN, INFINITY, -INFINITY}) {
+    for (const size_t place : {size_t{0}, size_t{4}, size_t{3 * 2047 + 2}}) {
+      tests::Cloud cloud = tests::spreadCloud(2048, false);
+      cloud.xyz[place] = value;
+      for (const PointFormat& format : pointFormats()) {
+        const tests::Saved saved = saveAs(format, {tests::spreadCloud(3, false), cloud});
+        EXPECT_FALSE(saved.good) << format.name;
+        EXPECT_STREQ(saved.problem, "A coordinate is no finite number, so the file %1 is not saved")
+            << format.name;
+      }
+    }
   }
 }
 
