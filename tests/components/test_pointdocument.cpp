@@ -18,25 +18,13 @@
 #include "components/points/pointsaver.h"
 #include "components/points/worlddata.h"
 #include "interfaces/IOroDocObjectItr.h"
-#include "interfaces/IOroErrorListener.h"
 #include "orobasictypes/oropath.h"
 #include "services/errorservice.h"
+#include "tests/components/textlistener.h"
 #include "tests/support/countingmanager.h"
 #include "tests/tempfolder.h"
 
 namespace {
-
-class RecordingListener : public IOroErrorListener {
- public:
-  static constexpr const char* className() { return "RecordingListener"; }
-  using Offers = OroOffers<RecordingListener, IOroErrorListener>;
-  void queryInterface(const char* name, void* out) override { Offers::query(*this, name, out); }
-  const char* getClassName() const override { return className(); }
-  void onError(const OroString& text, const int32_t* severity, const KelCString&) override {
-    texts.push_back((*severity == 1 ? "error: " : "warning: ") + std::string(text.toUtf8()));
-  }
-  std::vector<std::string> texts;
-};
 
 class PointDocumentTest : public testing::Test {
  protected:
@@ -77,7 +65,7 @@ class PointDocumentTest : public testing::Test {
   tests::TempFolder folder_;
   tests::ManagedMemory memory_;
   tests::FakeBroker& broker_ = memory_.broker;
-  IPtr<RecordingListener> listener_{new RecordingListener};
+  IPtr<tests::TextListener> listener_{new tests::TextListener};
   IPtr<ErrorService> errors_{new ErrorService(false, [](int) { std::_Exit(3); })};
   IPtr<PointDocument> document_{new PointDocument};
   IPtr<PointOpener> opener_{new PointOpener};
@@ -141,7 +129,7 @@ TEST(PointDocumentWithoutMemory, ReportsThatNoPointsCanBeHeld) {
   const tests::TempFolder folder;
   tests::FakeBroker broker;
   testaccess::resetArrayManager();
-  IPtr<RecordingListener> listener(new RecordingListener);
+  IPtr<tests::TextListener> listener(new tests::TextListener);
   IPtr<ErrorService> errors(new ErrorService(false, [](int) { std::_Exit(3); }));
   IPtr<PointDocument> document(new PointDocument);
   errors->addListener(listener.get());

@@ -12,26 +12,14 @@
 #include "components/points/pointapplication.h"
 #include "components/points/pointclouddata.h"
 #include "components/points/pointdocument.h"
-#include "interfaces/IOroErrorListener.h"
 #include "orobasictypes/oropath.h"
 #include "services/errorservice.h"
 #include "tests/components/pointclouds.h"
+#include "tests/components/textlistener.h"
 #include "tests/support/countingmanager.h"
 #include "tests/tempfolder.h"
 
 namespace {
-
-class RecordingListener : public IOroErrorListener {
- public:
-  static constexpr const char* className() { return "RecordingListener"; }
-  using Offers = OroOffers<RecordingListener, IOroErrorListener>;
-  void queryInterface(const char* name, void* out) override { Offers::query(*this, name, out); }
-  const char* getClassName() const override { return className(); }
-  void onError(const OroString& text, const int32_t* severity, const KelCString&) override {
-    texts.push_back((*severity == 1 ? "error: " : "warning: ") + std::string(text.toUtf8()));
-  }
-  std::vector<std::string> texts;
-};
 
 class PointFilesTest : public testing::Test {
  protected:
@@ -84,7 +72,7 @@ class PointFilesTest : public testing::Test {
 
   tests::TempFolder folder_;
   tests::ManagedMemory memory_;
-  IPtr<RecordingListener> listener_{new RecordingListener};
+  IPtr<tests::TextListener> listener_{new tests::TextListener};
   IPtr<ErrorService> errors_{new ErrorService(false, [](int) { std::_Exit(3); })};
 };
 
