@@ -1,7 +1,9 @@
 // IScriptEngine: runs scripts.
 //
 // Must be one shared object. A failure is left as text in the setting "Python/Error String", which
-// is cleared first. Main thread.
+// is cleared first. The setting "Python/Interrupted", an integer, is 1 behind a script that the
+// user's interrupt ended, whether it failed or not: whoever has more scripts to run ends there.
+// Else it is 0, or not there. Main thread.
 #pragma once
 
 #include <cstdint>

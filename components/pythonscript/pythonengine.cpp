@@ -16,17 +16,20 @@
 namespace {
 
 constexpr const char* kError = "Python/Error String";
+constexpr const char* kInterrupted = "Python/Interrupted";
 constexpr int32_t kErrorCapacity = 1048576;
 // Of a longer text the middle goes: where it happened stands in front, what happened at the end.
 constexpr int kErrorHead = 16384;
 constexpr int kErrorTail = 16384;
 
-void storeError(const OroString& text) {
+void storeEnd(const OroString& error, bool interrupted) {
   SPtr<IDataStore> store;
   if (!store) return;
   store->CreateDirectory("Python");
   store->CreateOroString(kError, kErrorCapacity, OroString::empty(), 0);
-  store->SetOroString(nullptr, kError, text);
+  store->SetOroString(nullptr, kError, error);
+  store->CreateInt(kInterrupted, 0, 0, 1, 0);
+  store->SetInt(nullptr, kInterrupted, interrupted ? 1 : 0);
 }
 
 OroString shortened(const OroString& text) {
@@ -72,24 +75,25 @@ void tellOnStandardError(const OroString& text) {
 
 }  // namespace
 
-OroString PythonEngine::run(const OroString& file, const OroString& arguments) {
+PythonEnd PythonEngine::run(const OroString& file, const OroString& arguments) {
   try {
     const OroPath path(file);
     std::string source;
     OroString problem;
-    if (!readScript(path, source, problem)) return problem;
+    if (!readScript(path, source, problem)) return {problem};
     return interpreter_.run(source.data(), source.size(), oroShownPath(path), arguments);
   } catch (const std::bad_alloc&) {
     OroString problem;
-    return oroTranslate(problem, "There is not enough memory to run the script %1", file);
+    return {oroTranslate(problem, "There is not enough memory to run the script %1", file)};
   }
 }
 
 void PythonEngine::runScript(const OroString& file, const OroString& arguments) {
-  storeError(OroString::empty());
-  const OroString problem = shortened(withoutLineEnd(run(file, arguments)));
+  storeEnd(OroString::empty(), false);
+  const PythonEnd end = run(file, arguments);
+  const OroString problem = shortened(withoutLineEnd(end.problem));
+  storeEnd(problem, end.interrupted);
   if (problem.isEmpty()) return;
-  storeError(problem);
   tellOnStandardError(problem);
   SPtr<IOroErrorService> errors;
   if (errors) errors->report(problem, 1, KelCString());

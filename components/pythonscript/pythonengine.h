@@ -2,7 +2,8 @@
 //
 // A script that fails leaves its traceback in the setting "Python/Error String"; it is also
 // reported through the error service and stands on standard error. sys.exit() with a status other
-// than 0 is a failure. Main thread only.
+// than 0 is a failure. The setting "Python/Interrupted" is 1 when the user's interrupt ended the
+// script, else 0. Main thread only.
 #pragma once
 
 #include "components/pythonscript/pythoninterpreter.h"
@@ -39,7 +40,7 @@ class PythonEngine : public IScriptEngine {
   int32_t unusedSlot13() override { return 0; }
 
  private:
-  OroString run(const OroString& file, const OroString& arguments);
+  PythonEnd run(const OroString& file, const OroString& arguments);
 
   PythonInterpreter interpreter_;
 };

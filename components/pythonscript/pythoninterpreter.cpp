@@ -79,22 +79,36 @@ OroString PythonInterpreter::start() {
   return OroString();
 }
 
-OroString PythonInterpreter::run(const char* source, size_t size, const OroString& path,
+PythonEnd PythonInterpreter::run(const char* source, size_t size, const OroString& path,
                                  const OroString& arguments) {
   if (runner_ == nullptr) {
-    if (Py_IsInitialized() != 0) return startFailure("an earlier start failed");
+    if (Py_IsInitialized() != 0) return {startFailure("an earlier start failed")};
     const OroString problem = start();
-    if (!problem.isEmpty()) return problem;
+    if (!problem.isEmpty()) return {problem};
   }
+  PythonEnd end = call(source, size, path, arguments);
+  // One that came when the script had ended must not meet the next one.
+  if (PyErr_CheckSignals() != 0) {
+    end.interrupted |= PyErr_ExceptionMatches(PyExc_KeyboardInterrupt) != 0;
+    PyErr_Clear();
+  }
+  return end;
+}
+
+PythonEnd PythonInterpreter::call(const char* source, size_t size, const OroString& path,
+                                  const OroString& arguments) const {
   try {
     const Interruptible interruptible;
-    const py::object failure =
+    const py::tuple end =
         py::handle(runner_)(py::bytes(source, size), pythonText(path), pythonText(arguments));
-    return failure.is_none() ? OroString() : applicationText(failure);
-  } catch (const std::exception& error) {
+    const py::object failure = end[0];
+    return {failure.is_none() ? OroString() : applicationText(failure), end[1].cast<bool>()};
+  } catch (const py::error_already_set& error) {
     // An interrupt between the script and its end, or a text that cannot be shown.
-    return OroString::fromUtf8(error.what());
+    return {OroString::fromUtf8(error.what()), error.matches(PyExc_KeyboardInterrupt)};
+  } catch (const std::exception& error) {
+    return {OroString::fromUtf8(error.what())};
   } catch (...) {
-    return startFailure("unknown");
+    return {startFailure("unknown")};
   }
 }

@@ -11,15 +11,22 @@
 
 struct _object;
 
+// How a script ended.
+struct PythonEnd {
+  OroString problem;         // the traceback or whatever else tells a failure; empty after success
+  bool interrupted = false;  // the user's interrupt ended it
+};
+
 class PythonInterpreter {
  public:
-  // Runs the bytes of a script; `path` is its name in messages, `arguments` its command line. The
-  // result is empty after success, else the traceback or whatever else tells the failure. Throws
-  // nothing. An interrupt of the user raises KeyboardInterrupt in the script.
-  OroString run(const char* source, size_t size, const OroString& path, const OroString& arguments);
+  // Runs the bytes of a script; `path` is its name in messages, `arguments` its command line.
+  // Throws nothing. An interrupt of the user raises KeyboardInterrupt in the script.
+  PythonEnd run(const char* source, size_t size, const OroString& path, const OroString& arguments);
 
  private:
   OroString start();
+  PythonEnd call(const char* source, size_t size, const OroString& path,
+                 const OroString& arguments) const;
 
   _object* runner_ = nullptr;  // the function that runs a script; held for good once started
 };

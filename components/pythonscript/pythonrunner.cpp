@@ -24,6 +24,17 @@ def described(error):
         return f"{type(error).__name__}: its traceback cannot be shown\n"
 
 
+def is_interrupt(error):
+    """Whether the user's interrupt ended it, also where the script made another end of it."""
+    seen = set()
+    while error is not None and id(error) not in seen:
+        if isinstance(error, KeyboardInterrupt):
+            return True
+        seen.add(id(error))
+        error = error.__context__ or error.__cause__
+    return False
+
+
 def exit_text(end):
     """Why a script that asked to leave did so; None when all is well."""
     if end.code is None or (isinstance(end.code, int) and end.code == 0):
@@ -34,22 +45,23 @@ def exit_text(end):
 
 
 def execute(source, path, main):
+    """A failure's text or None, and whether it was the user's interrupt that ended the script."""
     try:
         exec(compile(source, path, "exec", dont_inherit=True), main.__dict__)
-        return None
+        return None, False
     except SystemExit as end:
         try:
-            return exit_text(end)
+            return exit_text(end), is_interrupt(end)
         except BaseException as error:
-            return described(error)
+            return described(error), is_interrupt(error)
     except BaseException as error:
         # The first frame is the one above, which is none of the script's.
         error.__traceback__ = error.__traceback__ and error.__traceback__.tb_next
-        return described(error)
+        return described(error), is_interrupt(error)
 
 
 def finish():
-    """What the end of a program does: threads, exit functions, streams. A failure's text or None."""
+    """What the end of a program does: threads, exit functions, streams. As execute()."""
     try:
         for thread in threading.enumerate():
             if thread is not threading.current_thread() and not thread.daemon:
@@ -58,9 +70,9 @@ def finish():
         for out in (sys.stdout, sys.stderr):
             if out is not None and not out.closed:
                 out.flush()
-        return None
+        return None, False
     except BaseException as error:
-        return described(error)
+        return described(error), is_interrupt(error)
 
 
 def straighten(main, before):
@@ -83,7 +95,6 @@ def run(source, path, arguments):
     main = types.ModuleType("__main__")
     main.__file__ = path
     main.__builtins__ = builtins
-    failure = None
     try:
         sys.argv = [path, *shlex.split(arguments)]
         sys.modules["__main__"] = main
@@ -91,13 +102,13 @@ def run(source, path, arguments):
         # A traceback shows lines of what was run, also when the file was a pipe or has changed.
         lines = source.decode("utf-8", "replace").splitlines(True)
         linecache.cache[path] = len(source), None, lines, path
-        failure = execute(source, path, main)
+        failure, interrupted = execute(source, path, main)
     except BaseException as error:
-        failure = described(error)
-    ending = finish()
-    failure = failure or ending
+        failure, interrupted = described(error), is_interrupt(error)
+    late_failure, late_interrupt = finish()
+    failure, interrupted = failure or late_failure, interrupted or late_interrupt
     if os.getpid() != process:
         os._exit(1 if failure else 0)  # a child that the script made must not do the host's work
     straighten(main, before)
-    return failure
+    return failure, interrupted
 )PYTHON";
