@@ -40,12 +40,6 @@ bool isAnySet(const uint32_t* words, int32_t count) {
   return wordKernels().firstOther(words, count, 0) < count;
 }
 
-// The loop over long runs for each operation on two vectors.
-constexpr auto kernelOf(bitwords::Conjoin) { return &WordKernels::conjoin; }
-constexpr auto kernelOf(bitwords::Unite) { return &WordKernels::unite; }
-constexpr auto kernelOf(bitwords::Differ) { return &WordKernels::differ; }
-constexpr auto kernelOf(bitwords::Subtract) { return &WordKernels::subtract; }
-
 // The bits of a word from place `from` on, and those up to place `to`.
 uint32_t bitsFrom(int32_t from) { return UINT32_MAX << (from & 31); }
 uint32_t bitsUpTo(int32_t to) { return UINT32_MAX >> (31 - (to & 31)); }

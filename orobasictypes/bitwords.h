@@ -53,6 +53,17 @@ void combine(uint32_t* a, const uint32_t* b, int32_t count) {
   for (; i < count; ++i) a[i] = Operation::narrow(a[i], b[i]);
 }
 
+// Whether that would change a word of a. Requires: `count` a multiple of 4.
+template <class Operation>
+bool changes(const uint32_t* a, const uint32_t* b, int32_t count) {
+  __m128i changed = _mm_setzero_si128();
+  for (int32_t i = 0; i < count; i += 4) {
+    const __m128i words = loadFour(a + i);
+    changed = _mm_or_si128(changed, _mm_xor_si128(words, Operation::wide(words, loadFour(b + i))));
+  }
+  return _mm_movemask_epi8(_mm_cmpeq_epi32(changed, _mm_setzero_si128())) != 0xFFFF;
+}
+
 inline void invert(uint32_t* a, int32_t count) {
   const __m128i ones = _mm_set1_epi32(-1);
   int32_t i = 0;

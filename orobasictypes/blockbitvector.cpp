@@ -1,5 +1,7 @@
 #include "orobasictypes/blockbitvector.h"
 
+#include <immintrin.h>
+
 #include <algorithm>
 #include <bit>
 #include <cstdlib>
@@ -15,8 +17,104 @@ namespace {
 
 constexpr int32_t blockWords = BlockBitVector::kBlockWords;
 constexpr size_t blockBytes = size_t{blockWords} * sizeof(uint32_t);
+constexpr int32_t lineWords = WordOutline::lineWords;
+constexpr int32_t lineBits = lineWords * 32;
+constexpr int32_t fewLines = 8;  // above that, a loop over the whole block is faster
+
+// ---------------------------------------------------------------------------------------------
+// Many blocks at a time
+
+// Which of 16 numbers are equal to the value.
+unsigned equalOf16(const int32_t* numbers, __m128i value) {
+  const auto four = [&](int32_t i) {
+    const auto* const place = reinterpret_cast<const __m128i*>(numbers + i);
+    return _mm_cmpeq_epi32(_mm_loadu_si128(place), value);
+  };
+  const __m128i low = _mm_packs_epi32(four(0), four(4));
+  const __m128i high = _mm_packs_epi32(four(8), four(12));
+  return static_cast<unsigned>(_mm_movemask_epi8(_mm_packs_epi16(low, high)));
+}
+
+// Which of 16 pointers are null.
+unsigned nullOf16(uint32_t* const* pointers) {
+  const auto two = [&](int32_t i) {
+    return _mm_castsi128_ps(_mm_loadu_si128(reinterpret_cast<const __m128i*>(pointers + i)));
+  };
+  const auto four = [&](int32_t i) {
+    const __m128 first = two(i);
+    const __m128 second = two(i + 2);
+    const __m128 halves = _mm_or_ps(_mm_shuffle_ps(first, second, _MM_SHUFFLE(2, 0, 2, 0)),
+                                    _mm_shuffle_ps(first, second, _MM_SHUFFLE(3, 1, 3, 1)));
+    return _mm_cmpeq_epi32(_mm_castps_si128(halves), _mm_setzero_si128());
+  };
+  const __m128i low = _mm_packs_epi32(four(0), four(4));
+  const __m128i high = _mm_packs_epi32(four(8), four(12));
+  return static_cast<unsigned>(_mm_movemask_epi8(_mm_packs_epi16(low, high)));
+}
+
+constexpr int32_t rowBlocks = 64;
+
+// Which of up to 64 blocks are known to be all clear or all set. Missing ones are clear.
+WordOutline statesOf(const int32_t* counts, int32_t count) {
+  WordOutline states;
+  if (count >= rowBlocks) {
+    const __m128i all = _mm_set1_epi32(BlockBitVector::kBlockBits);
+    for (int32_t i = 0; i < rowBlocks; i += 16) {
+      states.empty |= uint64_t{equalOf16(counts + i, _mm_setzero_si128())} << i;
+      states.full |= uint64_t{equalOf16(counts + i, all)} << i;
+    }
+    return states;
+  }
+  states.empty = UINT64_MAX;
+  for (int32_t i = 0; i < count; ++i) {
+    if (counts[i] != 0) states.empty ^= uint64_t{1} << i;
+    if (counts[i] == BlockBitVector::kBlockBits) states.full |= uint64_t{1} << i;
+  }
+  return states;
+}
+
+// Which of up to 64 blocks have memory.
+uint64_t memoryOf(uint32_t* const* blocks, int32_t count) {
+  uint64_t without = 0;
+  if (count >= rowBlocks) {
+    for (int32_t i = 0; i < rowBlocks; i += 16) without |= uint64_t{nullOf16(blocks + i)} << i;
+    return ~without;
+  }
+  uint64_t with = 0;
+  for (int32_t i = 0; i < count; ++i) with |= uint64_t{blocks[i] != nullptr} << i;
+  return with;
+}
+
+// ---------------------------------------------------------------------------------------------
+// What an operation makes of single bits
+
+template <class Operation>
+constexpr bool makes(bool mine, bool theirs) {
+  return (Operation::narrow(mine ? UINT32_MAX : 0, theirs ? UINT32_MAX : 0) & 1) != 0;
+}
+
+// The stretches that the operation may change, by what is known of them on both sides.
+template <class Operation>
+uint64_t openStretches(const WordOutline& mine, const WordOutline& theirs) {
+  constexpr bool clearByClear = makes<Operation>(false, false);
+  constexpr bool clearBySet = makes<Operation>(false, true);
+  constexpr bool setByClear = !makes<Operation>(true, false);
+  constexpr bool setBySet = !makes<Operation>(true, true);
+  const uint64_t haveClear = ~mine.full;
+  const uint64_t haveSet = ~mine.empty;
+  const uint64_t withClear = (clearByClear ? haveClear : 0) | (setByClear ? haveSet : 0);
+  const uint64_t withSet = (clearBySet ? haveClear : 0) | (setBySet ? haveSet : 0);
+  return (withClear & ~theirs.full) | (withSet & ~theirs.empty);
+}
 
 }  // namespace
+
+// What is known of the words of a block, and how many vectors have it. A vector without a note has
+// the block alone.
+struct BlockBitVector::Note {
+  int32_t owners;  // guarded by the pool's mutex
+  WordOutline outline;
+};
 
 // ---------------------------------------------------------------------------------------------
 // The pool
@@ -75,9 +173,8 @@ class BlockBitVector::PoolHold {
     if (block == nullptr) kelMalloc(block, sizeof(uint32_t), blockWords);
     return block;
   }
-  void giveUp(uint32_t*& block) {
-    uint32_t* const given = std::exchange(block, nullptr);
-    if (given != nullptr && (pool_ == nullptr || !pool_->keep(given))) kelFree(given);
+  void giveUp(uint32_t* block) {
+    if (block != nullptr && (pool_ == nullptr || !pool_->keep(block))) kelFree(block);
   }
 
  private:
@@ -99,12 +196,10 @@ BlockBitVector::BlockBitVector(const BitVector& bits) : BlockBitVector(bits.Maxi
 BlockBitVector::BlockBitVector(const BlockBitVector& other)
     : OroShared(other), numSet_(other.numSet_) {
   growTables(other.lastBlock_);
+  std::copy_n(other.counts_, lastBlock_ + 1, counts_);
   PoolHold pool;
   for (int32_t block = 0; block <= lastBlock_; ++block) {
-    counts_[block] = other.counts_[block];
-    if (other.blocks_[block] == nullptr) continue;
-    blocks_[block] = pool.take();
-    std::memcpy(blocks_[block], other.blocks_[block], blockBytes);
+    if (other.blocks_[block] != nullptr) share(pool, block, other);
   }
 }
 
@@ -121,11 +216,11 @@ BlockBitVector& BlockBitVector::operator=(const BlockBitVector& other) {
   growTables(last);
   PoolHold pool;
   for (int32_t block = 0; block <= lastBlock_; ++block) {
-    const View theirs = block <= last ? other.view(block) : View{0, nullptr};
-    if (theirs.isEmpty() || theirs.isFull()) {
+    const View theirs = block <= last ? other.view(block) : View{0, nullptr, nullptr};
+    if (theirs.isUniform()) {
       makeUniform(pool, block, theirs.isFull());
     } else {
-      std::memcpy(makeMemory(pool, block), theirs.words, blockBytes);
+      share(pool, block, other);
       counts_[block] = theirs.count;
     }
   }
@@ -142,7 +237,7 @@ BlockBitVector& BlockBitVector::operator=(const BitVector& bits) {
     if (block > last) {
       makeUniform(pool, block, false);
     } else {
-      bits.readWords(int64_t{block} * blockWords, makeMemory(pool, block), blockWords);
+      bits.readWords(int64_t{block} * blockWords, freshWords(pool, block), blockWords);
       counts_[block] = -1;
     }
   }
@@ -152,7 +247,9 @@ BlockBitVector& BlockBitVector::operator=(const BitVector& bits) {
 
 BlockBitVector::~BlockBitVector() {
   PoolHold pool;
-  for (int32_t block = 0; block <= lastBlock_; ++block) pool.giveUp(blocks_[block]);
+  for (int32_t block = 0; block <= lastBlock_; ++block) {
+    if (blocks_[block] != nullptr) giveUp(pool, block);
+  }
   kelFree(blocks_);
   kelFree(counts_);
 }
@@ -162,19 +259,27 @@ void BlockBitVector::growTables(int32_t lastBlock) {
   if (lastBlock <= lastBlock_) return;
   const int32_t old = lastBlock_ + 1;
   const int32_t count = lastBlock + 1;
-  kelRealloc(blocks_, sizeof(uint32_t*), old, count, count);
+  kelRealloc(blocks_, sizeof(uint32_t*), 2 * old, 2 * count, 2 * count);
   kelRealloc(counts_, sizeof(int32_t), old, count, count);
-  std::fill(blocks_ + old, blocks_ + count, nullptr);
+  const auto bytesOf = [](int32_t entries) { return static_cast<size_t>(entries) * sizeof(void*); };
+  std::memmove(blocks_ + count, blocks_ + old, bytesOf(old));
+  std::memset(blocks_ + old, 0, bytesOf(count - old));
+  std::memset(blocks_ + count + old, 0, bytesOf(count - old));
   std::fill(counts_ + old, counts_ + count, 0);
   lastBlock_ = lastBlock;
+}
+
+// Behind the block pointers, in the same piece of memory.
+BlockBitVector::Note** BlockBitVector::notes() const {
+  return reinterpret_cast<Note**>(blocks_ + lastBlock_ + 1);
 }
 
 // ---------------------------------------------------------------------------------------------
 // Blocks
 
 BlockBitVector::View BlockBitVector::view(int32_t block) const {
-  if (block > lastBlock_) return {0, nullptr};
-  return {counts_[block], blocks_[block]};
+  if (block > lastBlock_) return {0, nullptr, nullptr};
+  return {counts_[block], blocks_[block], this};
 }
 
 // The words themselves where they lie in one piece; at the end of the bits a copy of them.
@@ -182,12 +287,12 @@ BlockBitVector::View BlockBitVector::viewOf(const BitVector& bits, int32_t block
                                             uint32_t* buffer) {
   const int32_t word = block * blockWords;
   const int32_t end = std::min(word + blockWords, bits.wordCount());
-  if (word >= end) return {0, nullptr};
+  if (word >= end) return {0, nullptr, nullptr};
   const BitVector::Stretch part = bits.stretch(word, end);
-  if (part.words == nullptr) return {0, nullptr};
-  if (part.count == blockWords) return {-1, part.words};
+  if (part.words == nullptr) return {0, nullptr, nullptr};
+  if (part.count == blockWords) return {-1, part.words, nullptr};
   bits.readWords(word, buffer, blockWords);
-  return {-1, buffer};
+  return {-1, buffer, nullptr};
 }
 
 // -1 when there is none. A block whose count is not known counts as one in use.
@@ -214,31 +319,89 @@ int32_t BlockBitVector::populationOf(int32_t block) const {
 
 // All clear or all set, without memory.
 void BlockBitVector::makeUniform(PoolHold& pool, int32_t block, bool full) {
-  pool.giveUp(blocks_[block]);
+  if (blocks_[block] != nullptr) giveUp(pool, block);
   counts_[block] = full ? kBlockBits : 0;
 }
 
-// Of any contents where there was none.
-uint32_t* BlockBitVector::makeMemory(PoolHold& pool, int32_t block) {
+// The memory itself goes when nobody else has it.
+void BlockBitVector::giveUp(PoolHold& pool, int32_t block) {
+  uint32_t* const words = std::exchange(blocks_[block], nullptr);
+  Note* const note = std::exchange(notes()[block], nullptr);
+  if (note != nullptr && --note->owners > 0) return;
+  kelFree(note);
+  pool.giveUp(words);
+}
+
+// Has the other's block as well. The one that changes it first makes a copy of it.
+void BlockBitVector::share(PoolHold& pool, int32_t block, const BlockBitVector& other) {
+  if (blocks_[block] == other.blocks_[block]) return;
+  Note& note = other.noteOf(block);
+  ++note.owners;
+  if (blocks_[block] != nullptr) giveUp(pool, block);
+  blocks_[block] = other.blocks_[block];
+  notes()[block] = &note;
+}
+
+// Made where there is none, with nothing in it.
+BlockBitVector::Note& BlockBitVector::noteOf(int32_t block) const {
+  Note*& note = notes()[block];
+  if (note == nullptr) {
+    kelMalloc(note, sizeof(Note), 1);
+    *note = {1, {}};
+  }
+  return *note;
+}
+
+WordOutline BlockBitVector::outlineOf(int32_t block) const {
+  const Note* const note = notes()[block];
+  return note != nullptr ? note->outline : WordOutline{};
+}
+
+// Memory that this vector alone has, of any contents; nothing is noted of it.
+uint32_t* BlockBitVector::freshWords(PoolHold& pool, int32_t block) {
+  const Note* const note = notes()[block];
+  if (note != nullptr && note->owners > 1) giveUp(pool, block);
+  kelFree(std::exchange(notes()[block], nullptr));
   if (blocks_[block] == nullptr) blocks_[block] = pool.take();
   return blocks_[block];
+}
+
+// The same with what the block holds. What was shared stays where it is: others have it.
+uint32_t* BlockBitVector::ownWords(PoolHold& pool, int32_t block) {
+  const uint32_t* const old = blocks_[block];
+  uint32_t* const own = freshWords(pool, block);
+  if (own != old) std::memcpy(own, old, blockBytes);
+  return own;
+}
+
+// For a change of single bits. New memory is filled with the byte.
+uint32_t* BlockBitVector::openWords(int32_t block, int fill) {
+  if (blocks_[block] != nullptr && notes()[block] == nullptr) return blocks_[block];
+  PoolHold pool;
+  if (blocks_[block] != nullptr) return ownWords(pool, block);
+  return static_cast<uint32_t*>(std::memset(freshWords(pool, block), fill, blockBytes));
 }
 
 // Counts a block whose words changed.
 void BlockBitVector::settle(PoolHold& pool, int32_t block) {
   counts_[block] = populationOf(block);
-  tidy(pool, block);
-}
-
-// A block that single bits made all clear or all set still has memory.
-void BlockBitVector::tidy(PoolHold& pool, int32_t block) {
-  if (counts_[block] == 0 || counts_[block] == kBlockBits) pool.giveUp(blocks_[block]);
+  if (view(block).isUniform()) {
+    giveUp(pool, block);
+  } else {
+    noteOf(block).outline = wordKernels().outline(blocks_[block], blockWords);
+  }
 }
 
 // Makes a uniform block what the operand's is, or its inverse.
 void BlockBitVector::take(PoolHold& pool, int32_t block, const View& theirs, bool inverted) {
-  std::memcpy(makeMemory(pool, block), theirs.words, blockBytes);
-  if (inverted) wordKernels().invert(blocks_[block], blockWords);
+  if (theirs.vector != nullptr && theirs.count >= 0 && !inverted) {
+    share(pool, block, *theirs.vector);
+    counts_[block] = theirs.count;
+    return;
+  }
+  uint32_t* const words = freshWords(pool, block);
+  std::memcpy(words, theirs.words, blockBytes);
+  if (inverted) wordKernels().invert(words, blockWords);
   settle(pool, block);
 }
 
@@ -251,14 +414,10 @@ bool BlockBitVector::Set(int32_t b) {
   growTables(block);
   int32_t& count = counts_[block];
   if (count == kBlockBits) return false;
-  if (blocks_[block] == nullptr) {
-    PoolHold pool;
-    std::memset(makeMemory(pool, block), 0, blockBytes);
-  }
-  uint32_t& word = blocks_[block][b >> 5 & (blockWords - 1)];
+  const int32_t word = b >> 5 & (blockWords - 1);
   const uint32_t bit = 1U << (b & 31);
-  if ((word & bit) != 0) return false;
-  word |= bit;
+  if (blocks_[block] != nullptr && (blocks_[block][word] & bit) != 0) return false;
+  openWords(block, 0)[word] |= bit;
   if (count >= 0) ++count;
   if (numSet_ >= 0) ++numSet_;
   return true;
@@ -267,14 +426,10 @@ bool BlockBitVector::Set(int32_t b) {
 bool BlockBitVector::Clear(int32_t b) {
   const int32_t block = b >> 15;
   if (b < 0 || block > lastBlock_ || counts_[block] == 0) return false;
-  if (blocks_[block] == nullptr) {
-    PoolHold pool;
-    std::memset(makeMemory(pool, block), 0xFF, blockBytes);
-  }
-  uint32_t& word = blocks_[block][b >> 5 & (blockWords - 1)];
+  const int32_t word = b >> 5 & (blockWords - 1);
   const uint32_t bit = 1U << (b & 31);
-  if ((word & bit) == 0) return false;
-  word &= ~bit;
+  if (blocks_[block] != nullptr && (blocks_[block][word] & bit) == 0) return false;
+  openWords(block, 0xFF)[word] &= ~bit;
   if (counts_[block] > 0) --counts_[block];
   if (numSet_ >= 1) --numSet_;
   return true;
@@ -324,7 +479,8 @@ bool BlockBitVector::operator==(const BlockBitVector& other) const {
       if (mine.isFull() || populationOf(block) > 0) return false;
     } else if (mine.isFull()) {
       if (wordKernels().firstOther(theirs.words, blockWords, UINT32_MAX) < blockWords) return false;
-    } else if (std::memcmp(mine.words, theirs.words, blockBytes) != 0) {
+    } else if (mine.words != theirs.words &&
+               std::memcmp(mine.words, theirs.words, blockBytes) != 0) {
       return false;
     }
   }
@@ -334,124 +490,157 @@ bool BlockBitVector::operator==(const BlockBitVector& other) const {
 // ---------------------------------------------------------------------------------------------
 // Two vectors
 
-void BlockBitVector::conjoinBlock(PoolHold& pool, int32_t block, const View& theirs) {
+// Where one side is uniform, the block becomes uniform, the other side's or the inverse of that.
+template <class Operation>
+void BlockBitVector::combineBlock(PoolHold& pool, int32_t block, const View& theirs) {
   const View mine = view(block);
-  if (mine.isEmpty() || theirs.isFull()) return;
-  if (theirs.isEmpty()) {
-    makeUniform(pool, block, false);
-  } else if (mine.isFull()) {
-    take(pool, block, theirs, false);
-  } else {
-    wordKernels().conjoin(blocks_[block], theirs.words, blockWords);
-    settle(pool, block);
-  }
-}
-
-void BlockBitVector::uniteBlock(PoolHold& pool, int32_t block, const View& theirs) {
-  const View mine = view(block);
-  if (mine.isFull() || theirs.isEmpty()) return;
-  if (theirs.isFull()) {
-    makeUniform(pool, block, true);
-  } else if (mine.isEmpty()) {
-    take(pool, block, theirs, false);
-  } else {
-    wordKernels().unite(blocks_[block], theirs.words, blockWords);
-    settle(pool, block);
-  }
-}
-
-void BlockBitVector::differBlock(PoolHold& pool, int32_t block, const View& theirs) {
-  const View mine = view(block);
-  if (theirs.isEmpty()) return;
-  if (mine.isEmpty() || mine.isFull()) {
-    if (theirs.isFull()) {
-      makeUniform(pool, block, mine.isEmpty());
+  if (mine.isUniform()) {
+    const bool byClear = makes<Operation>(mine.isFull(), false);
+    const bool bySet = makes<Operation>(mine.isFull(), true);
+    if (theirs.isUniform() || byClear == bySet) {
+      makeUniform(pool, block, theirs.isFull() ? bySet : byClear);
     } else {
-      take(pool, block, theirs, mine.isFull());
+      take(pool, block, theirs, byClear);
+    }
+  } else if (theirs.isUniform()) {
+    const bool ofClear = makes<Operation>(false, theirs.isFull());
+    const bool ofSet = makes<Operation>(true, theirs.isFull());
+    if (ofClear == ofSet) {
+      makeUniform(pool, block, ofSet);
+    } else if (ofClear) {
+      wordKernels().invert(ownWords(pool, block), blockWords);
+      settle(pool, block);
     }
   } else {
-    if (theirs.isFull()) {
-      wordKernels().invert(blocks_[block], blockWords);
-    } else {
-      wordKernels().differ(blocks_[block], theirs.words, blockWords);
+    combineMixed<Operation>(pool, block, theirs);
+  }
+}
+
+template <class Operation>
+void BlockBitVector::combineMixed(PoolHold& pool, int32_t block, const View& theirs) {
+  if (blocks_[block] == theirs.words) {
+    if (!makes<Operation>(true, true)) {
+      makeUniform(pool, block, false);
+    } else if (counts_[block] < 0) {
+      settle(pool, block);
     }
-    settle(pool, block);
+    return;
   }
-}
-
-void BlockBitVector::subtractBlock(PoolHold& pool, int32_t block, const View& theirs) {
-  const View mine = view(block);
-  if (mine.isEmpty() || theirs.isEmpty()) return;
-  if (theirs.isFull()) {
-    makeUniform(pool, block, false);
-  } else if (mine.isFull()) {
-    take(pool, block, theirs, true);
+  const WordOutline known =
+      theirs.vector != nullptr ? theirs.vector->outlineOf(block) : WordOutline{};
+  const uint64_t open = openStretches<Operation>(outlineOf(block), known);
+  if (counts_[block] >= 0 && std::popcount(open) <= fewLines) {
+    combineLines<Operation>(pool, block, theirs, open);
   } else {
-    wordKernels().subtract(blocks_[block], theirs.words, blockWords);
+    (wordKernels().*kernelOf(Operation{}))(ownWords(pool, block), theirs.words, blockWords);
     settle(pool, block);
   }
 }
 
-void BlockBitVector::combine(const BlockBitVector& other, CombineBlock combineBlock) {
+// Leaves all other lines alone, and a shared block shared as long as no bit changes.
+template <class Operation>
+void BlockBitVector::combineLines(PoolHold& pool, int32_t block, const View& theirs,
+                                  uint64_t open) {
+  WordOutline outline = outlineOf(block);
+  int32_t count = counts_[block];
+  bool isChanged = false;
+  for (; open != 0; open &= open - 1) {
+    const int32_t line = std::countr_zero(open);
+    const int32_t word = line * lineWords;
+    if (!bitwords::changes<Operation>(blocks_[block] + word, theirs.words + word, lineWords)) {
+      continue;
+    }
+    uint32_t* const words = (isChanged ? blocks_[block] : ownWords(pool, block)) + word;
+    isChanged = true;
+    const auto before = static_cast<int32_t>(wordKernels().population(words, lineWords));
+    bitwords::combine<Operation>(words, theirs.words + word, lineWords);
+    const auto after = static_cast<int32_t>(wordKernels().population(words, lineWords));
+    count += after - before;
+    const uint64_t place = uint64_t{1} << line;
+    outline.empty = after == 0 ? outline.empty | place : outline.empty & ~place;
+    outline.full = after == lineBits ? outline.full | place : outline.full & ~place;
+  }
+  if (!isChanged) return;
+  counts_[block] = count;
+  if (view(block).isUniform()) {
+    giveUp(pool, block);
+  } else {
+    noteOf(block).outline = outline;
+  }
+}
+
+// Blocks that nothing happens to are passed by their counts, 64 at a time. A block that single bits
+// made all clear or all set still has memory, which goes now.
+template <class Operation>
+void BlockBitVector::combine(const BlockBitVector& other) {
   PoolHold pool;
-  for (int32_t block = 0; block <= lastBlock_; ++block) {
-    (this->*combineBlock)(pool, block, other.view(block));
-    tidy(pool, block);
+  for (int32_t row = 0; row <= lastBlock_; row += rowBlocks) {
+    const int32_t count = lastBlock_ + 1 - row;
+    const int32_t theirCount = std::max(other.lastBlock_ + 1 - row, 0);
+    const WordOutline mine = statesOf(counts_ + row, count);
+    const WordOutline theirs = statesOf(other.counts_ + (theirCount > 0 ? row : 0), theirCount);
+    uint64_t open = openStretches<Operation>(mine, theirs);
+    if (count < rowBlocks) open &= (uint64_t{1} << count) - 1;
+    open |= (mine.empty | mine.full) & memoryOf(blocks_ + row, count);
+    for (; open != 0; open &= open - 1) {
+      const int32_t block = row + std::countr_zero(open);
+      combineBlock<Operation>(pool, block, other.view(block));
+    }
   }
   numSet_ = -1;
 }
 
-void BlockBitVector::combine(const BitVector& other, CombineBlock combineBlock) {
+template <class Operation>
+void BlockBitVector::combine(const BitVector& other) {
   uint32_t buffer[blockWords];
   PoolHold pool;
   for (int32_t block = 0; block <= lastBlock_; ++block) {
-    (this->*combineBlock)(pool, block, viewOf(other, block, buffer));
-    tidy(pool, block);
+    combineBlock<Operation>(pool, block, viewOf(other, block, buffer));
   }
   numSet_ = -1;
 }
 
 BlockBitVector& BlockBitVector::operator&=(const BlockBitVector& other) {
-  combine(other, &BlockBitVector::conjoinBlock);
+  combine<bitwords::Conjoin>(other);
   return *this;
 }
 
 BlockBitVector& BlockBitVector::operator|=(const BlockBitVector& other) {
   growTables(other.lastUsedBlock());
-  combine(other, &BlockBitVector::uniteBlock);
+  combine<bitwords::Unite>(other);
   return *this;
 }
 
 BlockBitVector& BlockBitVector::operator^=(const BlockBitVector& other) {
   growTables(other.lastUsedBlock());
-  combine(other, &BlockBitVector::differBlock);
+  combine<bitwords::Differ>(other);
   return *this;
 }
 
 BlockBitVector& BlockBitVector::operator-=(const BlockBitVector& other) {
-  combine(other, &BlockBitVector::subtractBlock);
+  combine<bitwords::Subtract>(other);
   return *this;
 }
 
 BlockBitVector& BlockBitVector::operator&=(const BitVector& other) {
-  combine(other, &BlockBitVector::conjoinBlock);
+  combine<bitwords::Conjoin>(other);
   return *this;
 }
 
 BlockBitVector& BlockBitVector::operator|=(const BitVector& other) {
   growTables(other.lastUsedWord() / blockWords);
-  combine(other, &BlockBitVector::uniteBlock);
+  combine<bitwords::Unite>(other);
   return *this;
 }
 
 BlockBitVector& BlockBitVector::operator^=(const BitVector& other) {
   growTables(other.lastUsedWord() / blockWords);
-  combine(other, &BlockBitVector::differBlock);
+  combine<bitwords::Differ>(other);
   return *this;
 }
 
 BlockBitVector& BlockBitVector::operator-=(const BitVector& other) {
-  combine(other, &BlockBitVector::subtractBlock);
+  combine<bitwords::Subtract>(other);
   return *this;
 }
 

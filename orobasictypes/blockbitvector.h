@@ -8,7 +8,9 @@
 // passed in one step. Blocks that nobody needs wait in a pool of the process, 512 at most. The
 // number of set bits is known or -1, of each block as well. Indices below 0 name no bit.
 //
-// The vector owns its tables and blocks. It has no lock; only the pool has one.
+// The vector owns its tables, and its blocks together with its copies: a block is copied when one
+// of them changes it. It has no lock; only the pool has one, which guards who owns what. So copies
+// may go to other threads.
 #pragma once
 
 #include <cstdint>
@@ -17,6 +19,7 @@
 #include "orobasictypes/oroshared.h"
 
 class BitVector;
+struct WordOutline;
 
 class BlockBitVector : public OroShared {
  public:
@@ -82,13 +85,17 @@ class BlockBitVector : public OroShared {
   class Pool;
   class PoolHold;  // the pool, locked
 
+  struct Note;
+
   // A block of an operand. The count decides; where it is neither 0 nor all, the words are there.
   struct View {
     int32_t count;
     const uint32_t* words;
+    const BlockBitVector* vector;  // whose block that is; null: nobody's
 
     bool isEmpty() const { return count == 0; }
     bool isFull() const { return count == kBlockBits; }
+    bool isUniform() const { return isEmpty() || isFull(); }
   };
 
   View view(int32_t block) const;
@@ -97,20 +104,29 @@ class BlockBitVector : public OroShared {
   int32_t lastUsedWord() const;
   int32_t populationOf(int32_t block) const;
   void growTables(int32_t lastBlock);
+  Note** notes() const;
+  Note& noteOf(int32_t block) const;
+  WordOutline outlineOf(int32_t block) const;
   void makeUniform(PoolHold& pool, int32_t block, bool full);
-  uint32_t* makeMemory(PoolHold& pool, int32_t block);
+  void giveUp(PoolHold& pool, int32_t block);
+  void share(PoolHold& pool, int32_t block, const BlockBitVector& other);
+  uint32_t* freshWords(PoolHold& pool, int32_t block);
+  uint32_t* ownWords(PoolHold& pool, int32_t block);
+  uint32_t* openWords(int32_t block, int fill);
   void settle(PoolHold& pool, int32_t block);
-  void tidy(PoolHold& pool, int32_t block);
   void take(PoolHold& pool, int32_t block, const View& theirs, bool inverted);
-  void conjoinBlock(PoolHold& pool, int32_t block, const View& theirs);
-  void uniteBlock(PoolHold& pool, int32_t block, const View& theirs);
-  void differBlock(PoolHold& pool, int32_t block, const View& theirs);
-  void subtractBlock(PoolHold& pool, int32_t block, const View& theirs);
-  using CombineBlock = void (BlockBitVector::*)(PoolHold&, int32_t, const View&);
-  void combine(const BlockBitVector& other, CombineBlock combineBlock);
-  void combine(const BitVector& other, CombineBlock combineBlock);
+  template <class Operation>
+  void combineBlock(PoolHold& pool, int32_t block, const View& theirs);
+  template <class Operation>
+  void combineMixed(PoolHold& pool, int32_t block, const View& theirs);
+  template <class Operation>
+  void combineLines(PoolHold& pool, int32_t block, const View& theirs, uint64_t open);
+  template <class Operation>
+  void combine(const BlockBitVector& other);
+  template <class Operation>
+  void combine(const BitVector& other);
 
-  uint32_t** blocks_ = nullptr;  // null: all bits of the block are equal
+  uint32_t** blocks_ = nullptr;  // null: all bits of the block are equal; the notes lie behind
   int32_t* counts_ = nullptr;    // set bits of each block, -1: not known, and it has memory
   int32_t lastBlock_ = -1;
   mutable int32_t numSet_ = 0;  // set bits, or -1

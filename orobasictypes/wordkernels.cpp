@@ -93,6 +93,22 @@ bool isAnyCommon(const uint32_t* a, const uint32_t* b, int64_t count) {
   return false;
 }
 
+WordOutline outline(const uint32_t* a, int64_t count) {
+  WordOutline result;
+  for (int64_t i = 0; i < count; i += WordOutline::lineWords) {
+    uint64_t any = 0;
+    uint64_t all = UINT64_MAX;
+    for (int64_t k = i; k < i + WordOutline::lineWords; k += 2) {
+      any |= load<uint64_t>(a + k);
+      all &= load<uint64_t>(a + k);
+    }
+    const int64_t line = i / WordOutline::lineWords;
+    result.empty |= uint64_t{any == 0} << line;
+    result.full |= uint64_t{all == UINT64_MAX} << line;
+  }
+  return result;
+}
+
 int64_t firstOther(const uint32_t* a, int64_t count, uint32_t skipped) {
   int64_t i = 0;
   while (i < count && a[i] == skipped) ++i;
@@ -295,6 +311,24 @@ __attribute__((target("avx2"))) bool isAnyCommonWide(const uint32_t* a, const ui
   return isAnyCommon(a + i, b + i, count - i);
 }
 
+__attribute__((target("avx2"))) WordOutline outlineWide(const uint32_t* a, int64_t count) {
+  static_assert(WordOutline::lineWords == 2 * perVector);
+  const __m256i ones = _mm256_set1_epi32(-1);
+  WordOutline result;
+  for (int64_t i = 0; i < count; i += 2 * perVector) {
+    const __m256i first = loadWide(a + i);
+    const __m256i second = loadWide(a + i + perVector);
+    const __m256i any = _mm256_or_si256(first, second);
+    const auto isEmpty = static_cast<uint64_t>(_mm256_testz_si256(any, any));
+    const auto isFull =
+        static_cast<uint64_t>(_mm256_testc_si256(_mm256_and_si256(first, second), ones));
+    const int64_t line = i / WordOutline::lineWords;
+    result.empty |= isEmpty << line;
+    result.full |= isFull << line;
+  }
+  return result;
+}
+
 // One bit for each of 8 words that is `skipped`.
 __attribute__((target("avx2"), always_inline)) inline uint64_t skippedOf(const uint32_t* a,
                                                                          __m256i skipped) {
@@ -362,8 +396,8 @@ __attribute__((target("bmi2,popcnt"))) int64_t gatherPext(const uint32_t* a, con
 }
 
 constexpr WordKernels baselineKernels = {
-    combine<And>, combine<Or>, combine<Xor>, combine<Minus>, invert, population,
-    isAnyCommon,  firstOther,  lastOther,    usedPairs,      gather,
+    combine<And>, combine<Or>, combine<Xor>, combine<Minus>, invert,    population,
+    isAnyCommon,  outline,     firstOther,   lastOther,      usedPairs, gather,
 };
 
 using Population = int64_t (*)(const uint32_t*, int64_t);
@@ -373,8 +407,8 @@ using Gather = int64_t (*)(const uint32_t*, const uint32_t*, uint32_t, int64_t, 
 constexpr WordKernels wideKernels(Population population, Gather gather) {
   return {
       combineWide<And>, combineWide<Or>, combineWide<Xor>, combineWide<Minus>,
-      invertWide,       population,      isAnyCommonWide,  firstOtherWide,
-      lastOtherWide,    usedPairsWide,   gather,
+      invertWide,       population,      isAnyCommonWide,  outlineWide,
+      firstOtherWide,   lastOtherWide,   usedPairsWide,    gather,
   };
 }
 

@@ -6,6 +6,7 @@
 #include <numeric>
 #include <random>
 #include <set>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -213,6 +214,71 @@ TEST_F(BlockBits, AreCopiedWithTheirBlocks) {
   EXPECT_EQ(states(copy), states(bits));
   EXPECT_TRUE(copy == bits);
   EXPECT_EQ(copy.LastBlock(), bits.LastBlock());
+}
+
+// All that changes a vector which was copied, or which is the copy.
+using Change = void (*)(BlockBitVector&);
+const Change changes[] = {
+    [](BlockBitVector& bits) { bits.Set(70000); },
+    [](BlockBitVector& bits) { bits.Clear(5); },
+    [](BlockBitVector& bits) { bits &= blocksOf({5}); },
+    [](BlockBitVector& bits) {
+      bits |= blocksOf({6, 70000});
+    },
+    [](BlockBitVector& bits) { bits ^= withFull({0}, {70000}); },
+    [](BlockBitVector& bits) {
+      bits -= blocksOf({5, 9, 100000});
+    },
+    [](BlockBitVector& bits) {
+      bits |= bitsOf({6, 70000});
+    },
+    [](BlockBitVector& bits) {
+      bits -= bitsOf({5, 100000});
+    },
+    [](BlockBitVector& bits) {
+      bits = bitsOf({7, 65536});
+    },
+    [](BlockBitVector& bits) {
+      bits = blocksOf({8, 99999});
+    },
+};
+
+TEST_F(BlockBits, CopiedStayAsTheyAreWhenTheOtherChanges) {
+  const std::vector<int32_t> set = {5, 9, 100000, 100001};
+  for (const Change change : changes) {
+    for (const bool isSettled : {false, true}) {
+      BlockBitVector bits = blocksOf(set);
+      if (isSettled) bits |= blocksOf({9, 100000});
+      BlockBitVector expected = isSettled ? blocksOf(set) : BlockBitVector(bitsOf(set));
+      change(expected);
+      BlockBitVector copy(bits);
+      BlockBitVector assigned;
+      assigned = copy;
+      change(copy);
+      EXPECT_THAT(setBits(bits), ElementsAre(5, 9, 100000, 100001));
+      EXPECT_EQ(setBits(copy), setBits(expected));
+      EXPECT_THAT(setBits(assigned), ElementsAre(5, 9, 100000, 100001));
+      change(bits);
+      EXPECT_EQ(setBits(bits), setBits(expected));
+      EXPECT_THAT(setBits(assigned), ElementsAre(5, 9, 100000, 100001));
+      EXPECT_THAT(states(assigned),
+                  ElementsAre(State(2, true), State(0, false), State(0, false), State(2, true)));
+    }
+  }
+}
+
+TEST_F(BlockBits, CopiedOutliveEachOther) {
+  BlockBitVector copy;
+  {
+    const BlockBitVector bits = blocksOf({5, 100000});
+    copy = bits;
+  }
+  const BlockBitVector other = blocksOf({7, 100007});  // takes what the pool got back
+  EXPECT_THAT(setBits(copy), ElementsAre(5, 100000));
+  { const BlockBitVector second(copy); }
+  EXPECT_TRUE(copy.Set(6));
+  EXPECT_THAT(setBits(copy), ElementsAre(5, 6, 100000));
+  EXPECT_THAT(setBits(other), ElementsAre(7, 100007));
 }
 
 TEST_F(BlockBits, MovedLeaveNothing) {
@@ -525,6 +591,59 @@ TEST_F(BlockBits, ThePoolKeepsFiveHundredAndTwelveBlocks) {
   EXPECT_EQ(heap.allocations, 88 + 2) << "and the two tables";
 }
 
+TEST_F(BlockBits, CopiedTakeABlockWhenTheyChange) {
+  BlockBitVector bits;
+  for (int32_t block = 0; block < 600; ++block) bits.Set(block * all);  // more than the pool has
+  tests::FakeHeap heap;
+  const auto blocksTaken = [&heap] {
+    const auto taken = std::count(heap.sizes.begin(), heap.sizes.end(), size_t{4096});
+    heap.sizes.clear();
+    return taken;
+  };
+  BlockBitVector copy(bits);
+  BlockBitVector merged;
+  merged |= bits;
+  merged |= copy;
+  EXPECT_EQ(blocksTaken(), 0);
+  EXPECT_FALSE(copy.Set(all));
+  EXPECT_FALSE(copy.Clear(all + 1));
+  EXPECT_EQ(blocksTaken(), 0) << "no bit has changed";
+  EXPECT_TRUE(copy.Set(all + 1));
+  EXPECT_TRUE(copy.Set(all + 2));
+  EXPECT_TRUE(copy.Clear(2 * all));
+  EXPECT_EQ(blocksTaken(), 2);
+  EXPECT_TRUE(merged.Set(all + 3));
+  EXPECT_EQ(blocksTaken(), 1);
+  EXPECT_TRUE(bits.Set(all + 4));
+  EXPECT_EQ(blocksTaken(), 0) << "nobody else has that one any more";
+  EXPECT_FALSE(copy.Test(all + 4));
+  EXPECT_FALSE(merged.Test(all + 4));
+}
+
+TEST_F(BlockBits, CopiedMayGoToOtherThreads) {
+  const BlockBitVector bits = withFull({1}, {5, 9, 70000, 100000});
+  const auto work = [&bits](uint32_t seed) {
+    std::mt19937 random(seed);
+    for (int round = 0; round < 300; ++round) {
+      BlockBitVector copy(bits);
+      BlockBitVector second(copy);
+      std::set<int32_t> expected = {5, 9, 70000, 100000};
+      for (int i = 0; i < 5; ++i) {
+        const auto b = static_cast<int32_t>(random() % 2 * 70000 + random() % 1000);
+        EXPECT_EQ(copy.Set(b), expected.insert(b).second);
+      }
+      second -= withFull({1}, {});
+      copy -= withFull({1}, {});
+      EXPECT_THAT(setBits(copy), testing::ElementsAreArray(expected));
+      EXPECT_THAT(setBits(second), ElementsAre(5, 9, 70000, 100000));
+    }
+  };
+  std::vector<std::thread> threads;
+  for (uint32_t seed = 0; seed < 4; ++seed) threads.emplace_back(work, seed);
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_EQ(bits.NextSet(100000), -1);
+}
+
 // Made before the pool, and gone after it.
 BlockBitVector lastOfAll;
 
@@ -619,6 +738,105 @@ class BlockWalk {
   BlockBitVector bits_[2] = {BlockBitVector(room), BlockBitVector()};
   Model models_[2] = {Model(room), Model(room)};
 };
+
+// Random runs, copied and combined, beside plain vectors: blocks with few boundaries, which several
+// vectors have together.
+class RunWalk {
+ public:
+  explicit RunWalk(uint32_t seed) : random_(seed) {}
+
+  void run() {
+    for (int step = 0; step < 3000; ++step) {
+      const size_t i = draw(kept);
+      change(i, draw(kept));
+      check(step % 20 == 0 ? draw(kept) : i);
+      if (testing::Test::HasFailure()) FAIL() << "step " << step;
+    }
+  }
+
+ private:
+  static constexpr int32_t room = 70 * all;
+  static constexpr size_t kept = 4;
+
+  uint32_t draw(size_t limit) { return static_cast<uint32_t>(random_() % limit); }
+  int32_t place() { return static_cast<int32_t>(draw(room)); }
+
+  BitVector someRange() {
+    const int32_t from = place();
+    const uint32_t lengths[] = {600, all, 20 * all};
+    const auto length = static_cast<int32_t>(draw(lengths[draw(3)]));
+    BitVector range(room - 1);
+    range.SetRange(from, std::min(from + length, room - 1));
+    return range;
+  }
+  void combine(size_t i, const BlockBitVector& operand, const BitVector& model, uint32_t kind) {
+    operations[kind].combine(bits_[i], operand);
+    if (kind == 0) models_[i] &= model;
+    if (kind == 1) models_[i] |= model;
+    if (kind == 2) models_[i] ^= model;
+    if (kind == 3) models_[i] -= model;
+  }
+  void change(size_t i, size_t j) {
+    const uint32_t kind = draw(12);
+    if (kind < 4) {
+      combine(i, bits_[j], models_[j], kind);
+    } else if (kind < 8) {
+      const BitVector range = someRange();
+      BlockBitVector operand(range);
+      if (draw(2) == 0) operand |= BlockBitVector(operand);  // settles what is all equal
+      combine(i, operand, range, kind == 4 ? 0 : draw(3) + 1);
+    } else if (kind == 8) {
+      const BitVector range = someRange();
+      operations[1].combineBits(bits_[i], range);
+      models_[i] |= range;
+    } else if (kind == 9) {
+      bits_[i] = bits_[j];
+      models_[i] = models_[j];
+    } else if (kind == 10) {
+      BlockBitVector copy(bits_[j]);
+      copy |= bits_[i];
+      bits_[i] = copy;
+      models_[i] |= models_[j];
+    } else {
+      for (int32_t b = place(), end = std::min(b + 40, room); b < end; b += 7) {
+        bits_[i].Set(b);
+        models_[i].Set(b);
+        if (b % 3 == 0) bits_[i].Clear(b + 1);
+        if (b % 3 == 0) models_[i].Clear(b + 1);
+      }
+    }
+  }
+  void check(size_t i) {
+    ASSERT_TRUE(BitVector(bits_[i]) == models_[i]);
+    const auto blocks = static_cast<uint32_t>(bits_[i].LastBlock() + 1);
+    for (int k = 0; k < 3; ++k) {
+      const auto block = static_cast<int32_t>(draw(blocks));
+      const int32_t known = bits_[i].BlockCount(block);
+      const int32_t count =
+          models_[i].CountAfter(block * all - 1) - models_[i].CountAfter((block + 1) * all - 1);
+      ASSERT_TRUE(known == -1 || known == count) << "block " << block;
+      ASSERT_TRUE(known == 0 || known == all || bits_[i].HasMemory(block)) << "block " << block;
+    }
+  }
+
+  std::mt19937 random_;
+  BlockBitVector bits_[kept] = {BlockBitVector(room), BlockBitVector(), BlockBitVector(room),
+                                BlockBitVector()};
+  BitVector models_[kept] = {BitVector(room - 1), BitVector(room - 1), BitVector(room - 1),
+                             BitVector(room - 1)};
+};
+
+TEST_F(BlockBits, OfRunsBehaveLikeAPlainVector) {
+  memory_.manager->logs = false;
+  RunWalk(3).run();
+}
+
+TEST_F(BlockBits, OfRunsBehaveLikeAPlainVectorOnTheLowestLevel) {
+  memory_.manager->logs = false;
+  testaccess::limitProcessorLevel(kKelBaseline);
+  RunWalk(4).run();
+  testaccess::limitProcessorLevel(kKelAvx512);
+}
 
 TEST_F(BlockBits, BehaveLikeAPlainSet) {
   memory_.manager->logs = false;

@@ -116,6 +116,26 @@ TEST_P(KernelTest, FindCommonBits) {
   });
 }
 
+TEST_P(KernelTest, OutlineLinesOfSixteenWords) {
+  for (const size_t lines : {0U, 1U, 5U, 63U, 64U}) {
+    Words a(lines * 16 + 1);
+    uint64_t empty = 0;
+    uint64_t full = 0;
+    for (size_t line = 0; line < lines; ++line) {
+      const uint32_t kind = random_() % 4;
+      std::fill_n(a.begin() + static_cast<std::ptrdiff_t>(1 + line * 16), 16,
+                  kind % 2 == 0 ? 0 : UINT32_MAX);
+      if (kind > 1) a[1 + line * 16 + random_() % 16] ^= 1U << random_() % 32;
+      if (kind == 0) empty |= uint64_t{1} << line;
+      if (kind == 1) full |= uint64_t{1} << line;
+    }
+    const WordOutline outline =
+        wordKernels().outline(a.data() + 1, static_cast<int64_t>(lines * 16));
+    ASSERT_EQ(outline.empty, empty) << lines;
+    ASSERT_EQ(outline.full, full) << lines;
+  }
+}
+
 TEST_P(KernelTest, FindTheFirstAndTheLastOtherWord) {
   for (const uint32_t skipped : {0U, UINT32_MAX}) {
     forSizes([&](size_t count, size_t offset) {
