@@ -94,6 +94,12 @@ __attribute__((target("avx2"), always_inline)) inline unsigned usedPairsOf32(con
                    clearPairsOfEight(a + 16) << 8 | clearPairsOfEight(a + 24) << 12);
 }
 
+// The place of the lowest bit, without the question whether there is one. Requires: bits != 0.
+[[gnu::always_inline]] inline int32_t lowestBit(uint64_t bits) {
+  if (bits == 0) __builtin_unreachable();
+  return std::countr_zero(bits);
+}
+
 // Requires: bits != 0.
 template <class Visit>
 [[gnu::always_inline]] inline void forEachInPair(uint64_t bits, int32_t base, Visit& visit) {
@@ -103,7 +109,7 @@ template <class Visit>
     return;
   }
   do {
-    visit(base + std::countr_zero(bits));
+    visit(base + lowestBit(bits));
     bits &= bits - 1;
   } while (bits != 0);
 }
