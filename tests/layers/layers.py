@@ -4,7 +4,8 @@
     layers.py [ROOT]                      all checks of the text
     layers.py [ROOT] --headers COMMAND    compiles each header alone with COMMAND (a compiler and its
                                           flags) instead; --system posix or win32 chooses the folder
-                                          below platform/ that is compiled with it
+                                          below platform/ that is compiled with it; --built FOLDER is
+                                          a build that already compiled many of them
 
 Prints one line for each check: OK, or FAIL with the places below it. The exit code is 0 when all
 are OK. Each check is a function that takes the tree and yields (file, line, message).
@@ -13,6 +14,7 @@ are OK. Each check is a function that takes the tree and yields (file, line, mes
 import argparse
 import concurrent.futures
 import fnmatch
+import json
 import os
 import pathlib
 import re
@@ -429,12 +431,31 @@ CHECKS = [
 # ---------------------------------------------------------------------------------------------
 # Headers alone
 
-def check_headers_alone(tree, command, system):
+def built_alone(tree, build):
+    """The headers before which an object of the build folder had nothing: it compiled them alone."""
+    commands = pathlib.Path(build) / "compile_commands.json"
+    for entry in json.loads(commands.read_text()) if commands.exists() else []:
+        source = tree.files.get(os.path.relpath(entry["file"], tree.root))
+        if source is None:
+            continue
+        line, name, _ = next(source.includes(), (1, "", True))
+        if name not in tree.files or "".join(source.code.splitlines()[:line - 1]).strip():
+            continue
+        words = shlex.split(entry["command"])
+        made = pathlib.Path(entry["directory"]) / words[words.index("-o") + 1]
+        texts = [tree.root / source.path, tree.root / name]
+        if made.exists() and made.stat().st_mtime > max(text.stat().st_mtime for text in texts):
+            yield name
+
+
+def check_headers_alone(tree, command, system, build=None):
     """Each header compiles alone"""
     other = {"posix": "platform/win32/", "win32": "platform/posix/"}[system]
+    built = set(built_alone(tree, build)) if build else set()
     headers = [h.path for h in tree.headers() if not h.path.startswith(other)]
     if system == "win32":
         headers = [path for path in headers if path.startswith("platform/")]
+    headers = [path for path in headers if path not in built]
     with tempfile.TemporaryDirectory(prefix="cowl-headers-") as folder:
 
         def compile_alone(path):
@@ -469,6 +490,7 @@ def main(arguments):
     parser.add_argument("root", nargs="?", default=pathlib.Path(__file__).resolve().parents[2])
     parser.add_argument("--headers", metavar="COMMAND", type=shlex.split)
     parser.add_argument("--system", choices=["posix", "win32"], default="posix")
+    parser.add_argument("--built", metavar="FOLDER")
     options = parser.parse_args(arguments)
 
     tree = Tree(options.root)
@@ -477,7 +499,8 @@ def main(arguments):
         return 1
     if options.headers:
         title = check_headers_alone.__doc__ + f", {options.system}"
-        results = [report(title, check_headers_alone(tree, options.headers, options.system))]
+        results = [report(title, check_headers_alone(tree, options.headers, options.system,
+                                                     options.built))]
     else:
         results = [report(check.__doc__, check(tree)) for check in CHECKS]
     return 0 if all(results) else 1

@@ -5,6 +5,8 @@ The files of a row stand on top of those of GOOD, in which nothing may be flagge
 for each row, OK or FAIL.
 """
 
+import json
+import os
 import pathlib
 import subprocess
 import sys
@@ -251,6 +253,21 @@ def headers_alone(command):
         lambda tree: layers.check_headers_alone(tree, command, "posix"), {**base, **files})
 
 
+def built_headers(source, newer):
+    """What counts as built alone when the one source with this text has an object or not."""
+    with tempfile.TemporaryDirectory(prefix="cowl-layers-") as folder:
+        tree = make_tree(folder, {"services/orothing.cpp": source})
+        entry = {"directory": folder, "file": f"{folder}/services/orothing.cpp",
+                 "command": "g++ -c services/orothing.cpp -o orothing.o"}
+        pathlib.Path(folder, "compile_commands.json").write_text(json.dumps([entry]))
+        if newer is not None:
+            made = pathlib.Path(folder, "orothing.o")
+            made.touch()
+            moved = made.stat().st_mtime + (10 if newer else -10)
+            os.utime(made, (moved, moved))
+        return sorted(layers.built_alone(tree, folder))
+
+
 def exit_code(files):
     with tempfile.TemporaryDirectory(prefix="cowl-layers-") as folder:
         make_tree(folder, files)
@@ -280,6 +297,17 @@ def main(compiler):
     for title, files, path in BAD_HEADERS:
         found = alone(files)
         expect(f"flagged: {title}", found, found == [path])
+
+    own = '#include "services/orothing.h"\n'
+    for title, source, newer, good in [
+            ("the header that a built source includes first", own, True, ["services/orothing.h"]),
+            ("not the header of an object that is older", own, False, []),
+            ("not the header of a source without an object", own, None, []),
+            ("not a header after another", "#include <map>\n" + own, True, []),
+            ("not a header after a definition", "#define X\n" + own, True, []),
+            ("not a header in a branch", "#if X\n" + own + "#endif\n", True, [])]:
+        found = built_headers(source, newer)
+        expect(f"compiled alone by the build: {title}", found, found == good)
 
     expect("exit code 0 of a good tree", exit_code({}), exit_code({}) == 0)
     bad = BAD[0][1]
