@@ -1,9 +1,10 @@
 #!/usr/bin/env python3
 """testreport.py PRESET..: sums up what `./dev test` ran, from build/PRESET/testresults.
 
-Prints a line for each failure, a table with a row for each preset, and at the end "N passed, N
-failed". The exit code is 0 when nothing failed. Failures are: a failed test, a test that is off or
-was skipped, an executable that crashed, timed out or ran no test, and a preset that did not build.
+Prints a line for each failure, a table with a row for each preset, with the seconds that it took to
+build and to run its tests, and at the end "N passed, N failed". The exit code is 0 when nothing
+failed. Failures are: a failed test, a test that is off or was skipped, an executable that crashed,
+timed out or ran no test, and a preset that did not build.
 """
 
 import json
@@ -21,7 +22,7 @@ class Result:
         self.programs = 0
         self.passed = 0
         self.failures = []
-        self.seconds = 0.0
+        self.seconds = {"build": 0.0, "tests": 0.0}
 
     def fail(self, what):
         self.failures.append(f"{self.preset}: {what}")
@@ -56,11 +57,14 @@ def count_check_lines(result, name, output):
 def read_preset(preset):
     result = Result(preset)
     folder = pathlib.Path("build") / preset / "testresults"
-    summary = folder / "ctest.xml"
+    built, summary = folder / "buildseconds", folder / "ctest.xml"
+    if built.exists():
+        result.seconds["build"] = float(built.read_text())
     if not summary.exists():
         result.fail("did not build, or its tests did not start")
         return result
     suite = xml.etree.ElementTree.parse(summary).getroot()
+    result.seconds["tests"] = float(suite.get("time") or 0)
     for case in suite.iter("testcase"):
         read_program(result, case, folder)
     if not result.programs:
@@ -70,7 +74,6 @@ def read_preset(preset):
 
 def read_program(result, case, folder):
     name = case.get("name")
-    result.seconds += float(case.get("time") or 0)
     good = case.get("status") == "run"
     if name == "wine_prefix":  # prepares the others and checks nothing itself
         if not good:
@@ -94,10 +97,13 @@ def main(presets):
     for result in results:
         for failure in result.failures:
             print(f"   FAILED {failure}")
-    print(f"   {'preset':<14}{'programs':>9}{'passed':>9}{'failed':>9}{'seconds':>9}")
+    print(f"   {'preset':<14}{'programs':>9}{'passed':>9}{'failed':>9}{'build s':>9}{'tests s':>9}")
     for result in results:
         print(f"   {result.preset:<14}{result.programs:>9}{result.passed:>9}"
-              f"{len(result.failures):>9}{result.seconds:>9.0f}")
+              f"{len(result.failures):>9}{result.seconds['build']:>9.0f}"
+              f"{result.seconds['tests']:>9.0f}")
+    took = sum(sum(result.seconds.values()) for result in results)
+    print(f"   all of it took {took / 60:.1f} minutes")
     passed = sum(result.passed for result in results)
     failed = sum(len(result.failures) for result in results)
     print(f"\n{passed} passed, {failed} failed")

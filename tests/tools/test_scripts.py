@@ -36,7 +36,8 @@ def report(cases, tests):
             rows = "".join(f'<testcase name="{name}" status="{status}" time="1.5">'
                            f"<system-out>{output}</system-out></testcase>"
                            for name, status, output in cases)
-            (results / "ctest.xml").write_text(f"<testsuite>{rows}</testsuite>")
+            (results / "ctest.xml").write_text(f'<testsuite time="47.2">{rows}</testsuite>')
+            (results / "buildseconds").write_text("553\n")
         for name, rows in tests.items():
             suites = [{"name": "Suite", "testsuite": rows}] if rows else []
             (results / f"{name}.json").write_text(json.dumps({"testsuites": suites}))
@@ -181,6 +182,8 @@ def main():
     for title, cases, tests, wanted in report_rows():
         expect(f"report: {title}", report(cases, tests)[:2], wanted)
     text = report([("test_a", "fail", "")], {"test_a": [FAILED_TEST]})[2]
+    expect("report: tells how long it took", ["0", "1", "553", "47"] in
+           [line.split()[2:] for line in text.splitlines()] and "took 10.0 minutes" in text, True)
     expect("report: names the failed test", "FAILED linux: test_a: Suite.Fails" in text, True)
     for title, first, second, wanted in COMPARISONS:
         expect(f"points: {title}", compare(first, second), wanted)
