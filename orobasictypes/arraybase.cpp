@@ -16,7 +16,7 @@
 namespace OroMM {
 namespace {
 
-constexpr char sourceName[] = "orobasictypes/arraybase";
+constexpr char arraybaseSource[] = "orobasictypes/arraybase";
 
 // Never destroyed: arrays may live until the very end of the process.
 struct ManagerLink {
@@ -75,13 +75,13 @@ ArrayBase::~ArrayBase() {
 
 bool ArrayBase::isSizeAllowed(int32_t size) const {
   if (size <= INT32_MAX - perBlock_) return true;
-  kelAssertFail("", sourceName, __LINE__);
+  kelAssertFail("", arraybaseSource, __LINE__);
   return false;
 }
 
 void* ArrayBase::allocate(bool zero) {
   if (manager_ == nullptr) {
-    kelAssertFail("", sourceName, __LINE__);
+    kelAssertFail("", arraybaseSource, __LINE__);
     std::abort();
   }
   void* const block = manager_->AllocBlock(blockBytes_, zero);

@@ -10,9 +10,9 @@
 
 namespace {
 
-constexpr int32_t windowSize = 131072;
+constexpr int32_t readWindow = 131072;
 // More than the window, so that it goes past it.
-constexpr int64_t blockSize = 2 * windowSize;
+constexpr int64_t straightBlockSize = 2 * readWindow;
 // After a jump little is read ahead, for the next jump may follow soon.
 constexpr int64_t firstAhead = 4096;
 
@@ -33,7 +33,7 @@ void BinInputFile::measure() {
   if (streamAt_ < 0 || !platform::seekStream(stream_, 0, platform::SeekFrom::end)) return;
   SetSize(std::max<int64_t>(platform::tellStream(stream_), 0));
   platform::seekStream(stream_, streamAt_, platform::SeekFrom::start);
-  straightBlock_ = blockSize;
+  straightBlock_ = straightBlockSize;
 }
 
 int64_t BinInputFile::takeAhead(uint8_t* buffer, int64_t count) {
@@ -51,8 +51,8 @@ int64_t BinInputFile::readStream(void* buffer, int64_t count) {
 }
 
 bool BinInputFile::readAhead() {
-  if (window_ == nullptr) kelMalloc(window_, 1, windowSize);
-  aheadSize_ = std::clamp<int64_t>(2 * aheadSize_, firstAhead, windowSize);
+  if (window_ == nullptr) kelMalloc(window_, 1, readWindow);
+  aheadSize_ = std::clamp<int64_t>(2 * aheadSize_, firstAhead, readWindow);
   ready_ = window_;
   readyEnd_ = window_ + readStream(window_, aheadSize_);
   return ready_ < readyEnd_;
@@ -65,7 +65,7 @@ int64_t BinInputFile::ReadRaw(void* buffer, int64_t count) {
   int64_t done = takeAhead(to, count);
   while (done < count) {
     const int64_t rest = count - done;
-    if (streamAt_ < 0 || rest >= windowSize) {
+    if (streamAt_ < 0 || rest >= readWindow) {
       dropAhead();
       return done + readStream(to + done, rest);
     }

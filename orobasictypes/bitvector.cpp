@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr char sourceName[] = "orobasictypes/bitvector";
+constexpr char bitvectorSource[] = "orobasictypes/bitvector";
 
 // Where the storage changes, in words. A vector that goes to and fro across one number would copy
 // itself each time, so the way back lies far below the way up.
@@ -152,7 +152,7 @@ void BitVector::becomeOneWord() {
 
 void BitVector::Resize(int32_t newMaximum) {
   if (bvwords_ == nullptr && bvwordsLarge_ == nullptr) {
-    kelAssertFail("", sourceName, 873);
+    kelAssertFail("", bitvectorSource, 873);
     becomeOneWord();
   }
   const int64_t wanted = std::max(newMaximum, leastMaximum);
@@ -183,7 +183,7 @@ void BitVector::Resize(int32_t newMaximum) {
 }
 
 void BitVector::makeSmall(int32_t words) {
-  if (bvwords_ != nullptr) kelAssertFail("!bvwords_", sourceName, 826);
+  if (bvwords_ != nullptr) kelAssertFail("!bvwords_", bitvectorSource, 826);
   uint32_t* small = nullptr;
   kelMalloc(small, sizeof(uint32_t), words);
   readWords(0, small, words);
@@ -194,7 +194,7 @@ void BitVector::makeSmall(int32_t words) {
 
 // Without a manager the words stay in one piece, however many they are.
 void BitVector::makeLarge(int32_t needed, int32_t grown) {
-  if (bvwordsLarge_ != nullptr) kelAssertFail("!bvwordsLarge_", sourceName, 837);
+  if (bvwordsLarge_ != nullptr) kelAssertFail("!bvwordsLarge_", bitvectorSource, 837);
   const int32_t old = wordCount();
   if (OroMM::arrayManager() == nullptr) {
     maximumBit_ = maximumOf(kelRealloc(bvwords_, sizeof(uint32_t), old, needed, grown));

@@ -17,8 +17,8 @@
 
 namespace {
 
-constexpr char sourceName[] = "orobasictypes/kelcstring";
-constinit const KelCString emptyString = KelCString::borrow("");
+constexpr char kelcstringSource[] = "orobasictypes/kelcstring";
+constinit const KelCString emptyNarrow = KelCString::borrow("");
 
 // A text that may be null, as its bytes.
 std::string_view viewOf(const char* text) {
@@ -69,7 +69,7 @@ int position(const char* text, const char* hit) {
   return hit != nullptr ? static_cast<int>(hit - text) : -1;
 }
 
-int clipped(int value, size_t length) {
+int clippedToLength(int value, size_t length) {
   return static_cast<int>(std::min(static_cast<size_t>(std::max(value, 0)), length));
 }
 
@@ -77,7 +77,7 @@ int clipped(int value, size_t length) {
 
 // Making and freeing.
 
-const KelCString& KelCString::empty() { return emptyString; }
+const KelCString& KelCString::empty() { return emptyNarrow; }
 
 void KelCString::freeOwned(char* text, int32_t capacity) noexcept { kelPoolFree(capacity, text); }
 
@@ -323,7 +323,7 @@ int KelCString::find(const char* part, int start) const {
   if (wanted > size) return -1;
   if (wanted == 0) return 0;
   if (start < 0) {
-    kelAssertFail("start >= 0", sourceName, __LINE__);
+    kelAssertFail("start >= 0", kelcstringSource, __LINE__);
     return -1;
   }
   if (static_cast<size_t>(start) > size - wanted) return -1;
@@ -406,8 +406,8 @@ KelCString& KelCString::replace(const char* from, const char* to) {
 void KelCString::splice(int start, int count, const char* insert) {
   const std::string_view old = viewOf(text_);
   const std::string_view inserted = viewOf(insert);
-  const auto from = static_cast<size_t>(clipped(start, old.size()));
-  const auto cut = static_cast<size_t>(clipped(count, old.size() - from));
+  const auto from = static_cast<size_t>(clippedToLength(start, old.size()));
+  const auto cut = static_cast<size_t>(clippedToLength(count, old.size() - from));
   if (cut == inserted.size()) {
     if (cut > 0) std::memmove(writableText() + from, inserted.data(), cut);
     return;
@@ -471,7 +471,7 @@ KelCString KelCString::elide(int maxLength, int where, int dots) const {
   if (old.size() <= static_cast<size_t>(maxLength)) return *this;
   const bool onlyDots = dots == maxLength;
   if (!onlyDots && (where < 0 || where > 2)) {
-    kelAssertFail("", sourceName, __LINE__);
+    kelAssertFail("", kelcstringSource, __LINE__);
     return *this;
   }
   const auto kept = static_cast<size_t>(maxLength - dots);

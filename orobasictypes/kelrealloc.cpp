@@ -16,7 +16,7 @@
 
 namespace {
 
-constexpr char sourceName[] = "orobasictypes/kelrealloc";
+constexpr char kelreallocSource[] = "orobasictypes/kelrealloc";
 
 KelAssertCallback assertCallback = nullptr;
 void* assertContext = nullptr;
@@ -207,7 +207,7 @@ int32_t kelRealloc(void*& pointer, int32_t elementSize, int32_t curSize, int32_t
     return static_cast<int32_t>(kelMalloc(pointer, elementSize, minNewSize));
   }
   const int32_t target = maxNewSize == -1 ? minNewSize : maxNewSize;
-  if (target < minNewSize) kelAssertFail("maxNewSize >= minNewSize", sourceName, 421);
+  if (target < minNewSize) kelAssertFail("maxNewSize >= minNewSize", kelreallocSource, 421);
   if (kelTraceAllocations) {
     std::printf("kelRealloc: %d : %d : %d : %llu\n", elementSize, curSize, target,
                 printed(int64_t{elementSize} * target));
@@ -215,7 +215,7 @@ int32_t kelRealloc(void*& pointer, int32_t elementSize, int32_t curSize, int32_t
   if (target < curSize) return shrink(pointer, elementSize, target);
   if (minNewSize <= curSize) return curSize;
   if (target < minNewSize) {
-    kelAssertFail("minNewSize > curSize && maxNewSize >= minNewSize", sourceName, 454);
+    kelAssertFail("minNewSize > curSize && maxNewSize >= minNewSize", kelreallocSource, 454);
   }
   return grow(Growth(pointer, elementSize, curSize, target), minNewSize);
 }

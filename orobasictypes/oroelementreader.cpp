@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr char sourceName[] = "orobasictypes/orofile";
+constexpr char readerSource[] = "orobasictypes/orofile";
 
 constexpr int64_t longestText = 0x7FFFFFFE;  // bytes; one more for the terminator fits a block
 
@@ -54,7 +54,7 @@ class OroElementReader::Peek {
 
 bool OroElementReader::prepare(const OroPath& path) {
   if (bi_ != nullptr) {
-    kelAssertFail("!bi_", sourceName, __LINE__);
+    kelAssertFail("!bi_", readerSource, __LINE__);
     Close();
   }
   return platform::pathAllows(path.toOsPath().wideText(), platform::accessRead);
@@ -94,7 +94,7 @@ void OroElementReader::SetFileVersion(int32_t version) {
 // Nothing is touched without an input.
 bool OroElementReader::hasInput() {
   if (bi_ != nullptr) return true;
-  kelAssertFail("bi_", sourceName, __LINE__);
+  kelAssertFail("bi_", readerSource, __LINE__);
   good_ = false;
   return false;
 }
@@ -153,7 +153,7 @@ bool OroElementReader::MatchTag(int32_t tag, int32_t& version) {
 
 bool OroElementReader::EndElement() {
   if (end_.isEmpty()) {
-    if (good_) kelAssertFail("end_.size() > 0 || !good_", sourceName, __LINE__);
+    if (good_) kelAssertFail("end_.size() > 0 || !good_", readerSource, __LINE__);
     return good_;
   }
   if (good_) bi_->Seek(end_.last(), true);

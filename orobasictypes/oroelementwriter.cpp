@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr char sourceName[] = "orobasictypes/orofile";
+constexpr char writerSource[] = "orobasictypes/orofile";
 
 constexpr uint64_t largestNarrowSize = 0xFFFFFFFF;
 constexpr int64_t sizeOffset = 4;  // of the size field in an element
@@ -24,7 +24,7 @@ OroElementWriter::OroElementWriter(BinOutput* output, int32_t fileVersion, bool 
 
 void OroElementWriter::prepare() {
   if (bo_ == nullptr) return;
-  kelAssertFail("!bo_", sourceName, __LINE__);
+  kelAssertFail("!bo_", writerSource, __LINE__);
   drop();
 }
 
@@ -67,7 +67,7 @@ bool OroElementWriter::Close() {
 
 bool OroElementWriter::hasOutput() {
   if (bo_ != nullptr) return true;
-  kelAssertFail("bo_", sourceName, __LINE__);
+  kelAssertFail("bo_", writerSource, __LINE__);
   good_ = false;
   return false;
 }

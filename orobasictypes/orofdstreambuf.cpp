@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr char sourceName[] = "orobasictypes/orofdstreambuf";
+constexpr char orofdstreambufSource[] = "orobasictypes/orofdstreambuf";
 
 constexpr int32_t ownBufferSize = 1024;
 constexpr std::streamsize longestCall = 0x7FFFFFFF;
@@ -26,7 +26,7 @@ constexpr uint32_t writePhase = 8;
 // A mode without a direction goes on as one that writes.
 unsigned systemMode(int mode) {
   const int direction = mode & (OroOpenMode::in | OroOpenMode::out);
-  if (direction == 0) kelAssertFail("", sourceName, __LINE__);
+  if (direction == 0) kelAssertFail("", orofdstreambufSource, __LINE__);
   unsigned flags = 0;
   if ((mode & OroOpenMode::in) != 0) flags |= platform::openRead;
   if (direction != OroOpenMode::in) flags |= platform::openWrite | platform::openCreate;

@@ -19,7 +19,7 @@
 namespace {
 
 constexpr size_t longestMode = 255;
-constexpr size_t blockSize = 65536;
+constexpr size_t copiedBlock = 65536;
 
 std::u16string systemPath(const OroString& path) { return OroPath(path).toOsPath().wideText(); }
 
@@ -44,10 +44,10 @@ bool copyFile(const std::u16string& from, const std::u16string& to) {
   const Stream source(platform::openFile(from, "rb"));
   Stream target(platform::openFile(to, "wb"));
   if (source == nullptr || target == nullptr) return false;
-  const auto block = std::make_unique<char[]>(blockSize);
+  const auto block = std::make_unique<char[]>(copiedBlock);
   size_t got = 0;
   do {
-    got = std::fread(block.get(), 1, blockSize, source.get());
+    got = std::fread(block.get(), 1, copiedBlock, source.get());
     if (platform::writeBlock(target.get(), block.get(), got) != got) return false;
   } while (got > 0);
   return std::ferror(source.get()) == 0 && std::fclose(target.release()) == 0;

@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr int32_t step = 3;
+constexpr int32_t nestingStep = 3;
 std::atomic<int32_t> depth{0};
 
 }  // namespace
@@ -13,13 +13,13 @@ int32_t OroFileNesting::Get() { return depth.load(std::memory_order_relaxed); }
 
 void OroFileNesting::open() {
   ++opened_;
-  depth.fetch_add(step, std::memory_order_relaxed);
+  depth.fetch_add(nestingStep, std::memory_order_relaxed);
 }
 
 void OroFileNesting::close() {
   if (opened_ == 0) return;
   --opened_;
-  depth.fetch_sub(step, std::memory_order_relaxed);
+  depth.fetch_sub(nestingStep, std::memory_order_relaxed);
 }
 
 void OroFileNesting::closeAll() {

@@ -69,7 +69,7 @@ void project(OroVector* points, int64_t count, const double* m) {
 // ---------------------------------------------------------------------------------------------
 // AVX2: four points a step, which are three vectors of four doubles.
 
-constexpr int64_t perStep = 4;
+constexpr int64_t pointsPerStep = 4;
 
 struct Coordinates {  // of four points
   __m256d x, y, z;
@@ -157,13 +157,13 @@ __attribute__((target("avx2"), always_inline)) inline OroVector foldOf(const Lan
 
 __attribute__((target("avx2"))) void widenWide(const OroVector* points, int64_t count,
                                                OroVector& min, OroVector& max) {
-  if (count < 2 * perStep) return widen(points, count, min, max);
+  if (count < 2 * pointsPerStep) return widen(points, count, min, max);
   const OroVector low = min;
   const OroVector high = max;
   Lanes lows = lanesOf(min);
   Lanes highs = lanesOf(max);
   int64_t i = 0;
-  for (; i + perStep <= count; i += perStep) {
+  for (; i + pointsPerStep <= count; i += pointsPerStep) {
     const double* const at = &points[i].x;
 #pragma GCC unroll 3
     for (int v = 0; v < 3; ++v) {
@@ -186,7 +186,7 @@ __attribute__((target("avx2"))) double largestWide(const OroVector* points, int6
   const __m256d magnitude = _mm256_castsi256_pd(_mm256_set1_epi64x(INT64_MAX));
   __m256d lanes[3] = {_mm256_set1_pd(most), _mm256_set1_pd(most), _mm256_set1_pd(most)};
   int64_t i = 0;
-  for (; i + perStep <= count; i += perStep) {
+  for (; i + pointsPerStep <= count; i += pointsPerStep) {
     const double* const at = &points[i].x;
 #pragma GCC unroll 3
     for (int v = 0; v < 3; ++v) {
@@ -205,7 +205,7 @@ __attribute__((target("avx2"))) void translateWide(OroVector* points, int64_t co
                             _mm256_setr_pd(m[7], m[11], m[3], m[7]),
                             _mm256_setr_pd(m[11], m[3], m[7], m[11])};
   int64_t i = 0;
-  for (; i + perStep <= count; i += perStep) {
+  for (; i + pointsPerStep <= count; i += pointsPerStep) {
     double* const at = &points[i].x;
 #pragma GCC unroll 3
     for (int v = 0; v < 3; ++v) {
@@ -218,7 +218,7 @@ __attribute__((target("avx2"))) void translateWide(OroVector* points, int64_t co
 __attribute__((target("avx2"))) void transformWide(OroVector* points, int64_t count,
                                                    const double* m) {
   int64_t i = 0;
-  for (; i + perStep <= count; i += perStep) {
+  for (; i + pointsPerStep <= count; i += pointsPerStep) {
     const Coordinates c = loadFour(points + i);
     storeFour(points + i, {rowOfFour(m, c), rowOfFour(m + 4, c), rowOfFour(m + 8, c)});
   }
@@ -229,7 +229,7 @@ __attribute__((target("avx2"))) void projectWide(OroVector* points, int64_t coun
                                                  const double* m) {
   const __m256d one = _mm256_set1_pd(1);
   int64_t i = 0;
-  for (; i + perStep <= count; i += perStep) {
+  for (; i + pointsPerStep <= count; i += pointsPerStep) {
     const Coordinates c = loadFour(points + i);
     const __m256d factor = _mm256_div_pd(one, rowOfFour(m + 12, c));
     storeFour(points + i,
@@ -239,11 +239,11 @@ __attribute__((target("avx2"))) void projectWide(OroVector* points, int64_t coun
   project(points + i, count - i, m);
 }
 
-constexpr PointKernels baselineKernels = {widen, largest, translate, transform, project};
-constexpr PointKernels wideKernels = {widenWide, largestWide, translateWide, transformWide,
-                                      projectWide};
+constexpr PointKernels baselinePointKernels = {widen, largest, translate, transform, project};
+constexpr PointKernels widePointKernels = {widenWide, largestWide, translateWide, transformWide,
+                                           projectWide};
 
 }  // namespace
 
-constinit const PointKernels pointKernelTable[kKelProcessorLevels] = {baselineKernels, wideKernels,
-                                                                      wideKernels, wideKernels};
+constinit const PointKernels pointKernelTable[kKelProcessorLevels] = {
+    baselinePointKernels, widePointKernels, widePointKernels, widePointKernels};

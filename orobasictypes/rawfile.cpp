@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr int64_t blockSize = 1024;
+constexpr int64_t exchangedBlock = 1024;
 
 void reverseEach(char* bytes, int64_t count, int size) {
   for (int64_t i = 0; i < count; ++i) std::reverse(bytes + i * size, bytes + (i + 1) * size);
@@ -15,10 +15,10 @@ void reverseEach(char* bytes, int64_t count, int size) {
 
 // By way of a block, so that a value of which only a part came is left alone.
 bool rawfile::readElements(std::FILE* stream, void* to, int64_t count, int size, bool swapped) {
-  char block[blockSize];
+  char block[exchangedBlock];
   auto* out = static_cast<char*>(to);
   while (count > 0) {
-    const int64_t asked = std::min(count, blockSize / size);
+    const int64_t asked = std::min(count, exchangedBlock / size);
     const size_t bytes = static_cast<size_t>(asked * size);
     const size_t got = stream != nullptr ? std::fread(block, 1, bytes, stream) : 0;
     const int64_t whole = static_cast<int64_t>(got) / size;
@@ -33,10 +33,10 @@ bool rawfile::readElements(std::FILE* stream, void* to, int64_t count, int size,
 
 bool rawfile::writeElements(std::FILE* stream, const void* from, int64_t count, int size,
                             bool swapped) {
-  char block[blockSize];
+  char block[exchangedBlock];
   const auto* in = static_cast<const char*>(from);
   while (count > 0) {
-    const int64_t asked = std::min(count, blockSize / size);
+    const int64_t asked = std::min(count, exchangedBlock / size);
     const size_t bytes = static_cast<size_t>(asked * size);
     std::memcpy(block, in, bytes);
     if (swapped) reverseEach(block, asked, size);

@@ -15,9 +15,9 @@
 
 namespace {
 
-constexpr char sourceName[] = "orobasictypes/realparray";
-constexpr double beyondAll = 1e42;      // where an empty box begins
-constexpr double leastMaximum = 1e-16;  // of an array without size
+constexpr char realparraySource[] = "orobasictypes/realparray";
+constexpr double beyondAll = 1e42;     // where an empty box begins
+constexpr double leastExtent = 1e-16;  // of an array without size
 
 // Where an operation is missing, the line that it has always been reported with.
 constexpr int32_t lineOfAddF = 204;
@@ -30,7 +30,7 @@ constexpr int32_t lineOfGetCapacity = 767;
 constexpr int32_t lineOfWrite = 864;
 constexpr int32_t lineOfRead = 871;
 
-void missing(int32_t line) { kelAssertFail("", sourceName, line); }
+void missing(int32_t line) { kelAssertFail("", realparraySource, line); }
 
 // A box that holds nothing yet, or the one of an array without points.
 void beginBox(int32_t count, OroVector& min, OroVector& max) {
@@ -287,7 +287,7 @@ bool RealPArray::operator==(const RealPArray& other) const {
 
 double RealPArray::AbsoluteMaximum() const {
   const PointKernels& kernels = pointKernels();
-  double most = leastMaximum;
+  double most = leastExtent;
   pointruns::forEach(*this, [&](const OroVector* run, int32_t, int32_t size) {
     if (run != nullptr) most = kernels.largest(run, size, most);
   });

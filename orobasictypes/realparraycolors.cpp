@@ -13,7 +13,7 @@ namespace {
 
 enum ColorFlags : int32_t { kHasColors = 1, kPacked = 2 };
 
-constexpr int32_t piece = 1024;  // colours that are moved at once
+constexpr int32_t colorPiece = 1024;  // colours that are moved at once
 
 // Both sums as they have always been made: the last bits depend on the order.
 float grayOfStored(const float color[3]) {
@@ -25,13 +25,13 @@ double grayOfRecord(const float color[3]) {
 }
 
 // Whether so many bytes can still come. An input that does not know its size may go on.
-bool canHold(BinInput& input, int64_t bytes) {
+bool canHoldBytes(BinInput& input, int64_t bytes) {
   return input.GetSize() <= 0 || bytes <= input.GetSize() - input.Tell();
 }
 
 // Where the size of an input is not known, the room grows as colours come.
 int32_t roomFor(BinInput& input, int32_t done, int32_t count) {
-  return input.GetSize() > 0 ? count : done + std::min(count - done, std::max(piece, done));
+  return input.GetSize() > 0 ? count : done + std::min(count - done, std::max(colorPiece, done));
 }
 
 // The colours of the places below `limit` that the mask has not; visit(i).
@@ -280,7 +280,7 @@ int32_t RealPArray::ReadColors(BinInput& input) {
     if (extra_ == nullptr && !makeExtraInfo()) return 0;
     const bool isPacked = (flags & kPacked) != 0;
     const int64_t bytes = isPacked ? sizeof(uint32_t) : 3 * sizeof(float);
-    if (!input.Read(&count, 1) || count < 0 || !canHold(input, count * bytes)) return 0;
+    if (!input.Read(&count, 1) || count < 0 || !canHoldBytes(input, count * bytes)) return 0;
     packed_ = isPacked;
     if (!(packed_ ? readPackedColors(input, count) : readFloatColors(input, count))) return 0;
   }
@@ -289,12 +289,12 @@ int32_t RealPArray::ReadColors(BinInput& input) {
 }
 
 bool RealPArray::readFloatColors(BinInput& input, int32_t count) {
-  float colors[3 * piece];
+  float colors[3 * colorPiece];
   int32_t room = roomFor(input, 0, count);
   extra_->SetCapacity(room);
   for (int32_t done = 0; done < count;) {
     if (done == room) extra_->SetCapacity(room = roomFor(input, done, count));
-    const int32_t size = std::min(piece, room - done);
+    const int32_t size = std::min(colorPiece, room - done);
     if (!input.Read(colors, 3 * size)) return false;
     for (int32_t i = 0; i < size; ++i) extra_->SetColorF(done + i, colors + 3 * i);
     done += size;

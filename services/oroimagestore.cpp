@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr uint32_t kBuckets = 17;
+constexpr uint32_t kImageBuckets = 17;
 
 // Clients borrow containers and hold them for as long as they like; so none ever goes, not even
 // with the store.
@@ -21,7 +21,7 @@ IImageContainer* keptContainer(const void* data, uint32_t size) {
 }  // namespace
 
 OroImageStore::OroImageStore()
-    : images_(OroHashTable<KelCString, IImageContainer*>::withBuckets(kBuckets)) {}
+    : images_(OroHashTable<KelCString, IImageContainer*>::withBuckets(kImageBuckets)) {}
 
 void OroImageStore::addImage(const KelCString& name, const void* data, uint32_t size) {
   IImageContainer* const container = keptContainer(data, size);

@@ -10,8 +10,6 @@
 
 namespace {
 
-enum class Value { none, text, onOff, dateAndTime };
-
 constexpr int32_t kTextCapacity = 32767;
 constexpr int32_t kMostDateAndTime = 3;
 
@@ -27,6 +25,8 @@ bool isPassedOver(const OroString& argument) {
 }
 
 }  // namespace
+
+enum class CommandLine::Value { none, text, onOff, dateAndTime };
 
 struct CommandLine::Option {
   const char* name;

@@ -36,6 +36,7 @@ class CommandLine : public ICmdLine {
   int32_t unusedSlot3() override { return 0; }
 
  private:
+  enum class Value;
   struct Option;
   // A setting that the command line asks for; applied when all of it was understood.
   struct Change {

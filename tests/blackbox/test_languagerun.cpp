@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr const char* kPoints = "1.00 2.00 3.00 4 5 6\n";
+constexpr const char* kColoredPoints = "1.00 2.00 3.00 4 5 6\n";
 
 std::string document(const std::string& language) {
   return "<OroDataStore><section name=\"Fonts and Languages\"><value name=\"Language\" "
@@ -32,7 +32,7 @@ std::string xliff(const std::string& source, const std::string& target) {
 
 class LanguageRun : public testing::Test {
  protected:
-  LanguageRun() { folder_.write("in.xyz", kPoints); }
+  LanguageRun() { folder_.write("in.xyz", kColoredPoints); }
 
   // By the application description.
   void speak(const std::string& language) {
@@ -93,7 +93,7 @@ TEST_F(LanguageRun, ALanguageOfTheDescriptionIsSpokenByHostAndComponents) {
             "<stop cmd=\"Datei speichern\"/>\n"
             "<set action=\"Outcome: success\"/>\n"
             "</log>\n");
-  EXPECT_EQ(folder_.read("out.xyz"), kPoints);
+  EXPECT_EQ(folder_.read("out.xyz"), kColoredPoints);
 }
 
 TEST_F(LanguageRun, ErrorsAreSpokenToo) {

@@ -18,7 +18,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* kPoints =
+constexpr const char* kSurveyedPoints =
     "637177.98 849393.95 411.19 84 102 93\n637177.30 849396.95 411.25 82 98 90\n";
 
 class PointRun : public testing::Test {
@@ -72,17 +72,17 @@ constexpr const char* kRecords =
     "</log>\n";
 
 TEST_F(PointRun, OpensAndSavesAndRecordsItOnStandardOutput) {
-  folder_.write("in.xyz", kPoints);
+  folder_.write("in.xyz", kSurveyedPoints);
   const auto result = run({"-input", "in.xyz", "-output", "out.xyz", "-logfile", "stdout"});
   EXPECT_EQ(tests::plainLines(result.output), kRecords);
   EXPECT_EQ(result.errors, "");
   EXPECT_EQ(result.exitCode, 1);
-  EXPECT_EQ(folder_.read("out.xyz"), kPoints);
+  EXPECT_EQ(folder_.read("out.xyz"), kSurveyedPoints);
   EXPECT_EQ(names(), (std::vector<std::string>{"in.xyz", "out.xyz"}));
 }
 
 TEST_F(PointRun, RecordsOnStandardErrorInAFileAndInAPipe) {
-  folder_.write("in.xyz", kPoints);
+  folder_.write("in.xyz", kSurveyedPoints);
   const std::vector<std::string> job = {"-input", "in.xyz", "-output", "out.xyz", "-logfile"};
   auto with = [&](const std::string& log) {
     std::vector<std::string> arguments = job;
@@ -118,13 +118,13 @@ TEST_F(PointRun, ALargeFileComesOutAsItWentIn) {
 
 TEST_F(PointRun, OpensNamesBeyondAscii) {
   const std::u16string in = u"\u00E9t\u00E9.xyz";
-  folder_.write(fs::path(in), kPoints);
+  folder_.write(fs::path(in), kSurveyedPoints);
   run({"-input", "\xC3\xA9t\xC3\xA9.xyz", "-output", "\xC3\xA0.xyz"});
-  EXPECT_EQ(folder_.read(fs::path(u"\u00E0.xyz")), kPoints);
+  EXPECT_EQ(folder_.read(fs::path(u"\u00E0.xyz")), kSurveyedPoints);
 }
 
 TEST_F(PointRun, AnUnknownOptionIsNamedAndEndsWithZero) {
-  folder_.write("in.xyz", kPoints);
+  folder_.write("in.xyz", kSurveyedPoints);
   const auto result = run({"-input", "in.xyz", "-nonsense", "-logfile", "log"});
   EXPECT_EQ(tests::plainLines(result.errors), "ERROR:\nUnknown option: -nonsense\n");
   EXPECT_EQ(result.exitCode, 0);
@@ -149,7 +149,7 @@ TEST_F(PointRun, AMissingInputIsAnErrorRecordAndLeavesTheOutputAlone) {
 }
 
 TEST_F(PointRun, ADamagedInputNamesItsLineAndSavesNothing) {
-  folder_.write("in.xyz", std::string(kPoints) + "637176.34 849400.84\n");
+  folder_.write("in.xyz", std::string(kSurveyedPoints) + "637176.34 849400.84\n");
   const auto result = run({"-input", "in.xyz", "-output", "out.xyz", "-logfile", "stdout"});
   EXPECT_NE(tests::plainLines(result.output)
                 .find("<Error=\"in.xyz, line 3: a point needs three coordinates\"/>\n"),
@@ -168,7 +168,7 @@ TEST_F(PointRun, ABinaryInputEndsInAnErrorAtOnce) {
 }
 
 TEST_F(PointRun, AnOutputThatCannotBeWrittenIsAnErrorRecord) {
-  folder_.write("in.xyz", kPoints);
+  folder_.write("in.xyz", kSurveyedPoints);
   const auto result = run({"-input", "in.xyz", "-output", "absent/out.xyz", "-logfile", "stdout"});
   EXPECT_NE(result.output.find("<Error=\"Cannot write the file absent"), std::string::npos)
       << result.output;
@@ -176,7 +176,7 @@ TEST_F(PointRun, AnOutputThatCannotBeWrittenIsAnErrorRecord) {
 }
 
 TEST_F(PointRun, AFileTypeThatIsNotKnownIsAnErrorRecord) {
-  folder_.write("in.xyz", kPoints);
+  folder_.write("in.xyz", kSurveyedPoints);
   const auto result = run({"-input", "in.xyz", "-output", "out.png", "-logfile", "stdout"});
   EXPECT_NE(result.output.find("<Error=\"The type of the file out.png cannot be saved\"/>"),
             std::string::npos)
@@ -186,7 +186,7 @@ TEST_F(PointRun, AFileTypeThatIsNotKnownIsAnErrorRecord) {
 
 TEST_F(PointRun, AMissingLibraryIsReportedAndTheRunGoesOn) {
   removeLibrary(copyProduct(), "points");
-  folder_.write("in.xyz", kPoints);
+  folder_.write("in.xyz", kSurveyedPoints);
   const auto result = run({"-input", "in.xyz", "-output", "out.xyz"});
   EXPECT_NE(result.errors.find("Fatal error: Could not load this DLL: "), std::string::npos)
       << result.errors;
@@ -197,7 +197,7 @@ TEST_F(PointRun, AMissingLibraryIsReportedAndTheRunGoesOn) {
 
 TEST_F(PointRun, WithoutTheCommandLineLibraryTheOptionsAreNotRead) {
   removeLibrary(copyProduct(), "commandline");
-  folder_.write("in.xyz", kPoints);
+  folder_.write("in.xyz", kSurveyedPoints);
   const auto result = run({"-input", "in.xyz", "-output", "out.xyz"});
   EXPECT_NE(result.errors.find("Fatal error: Could not load this DLL: "), std::string::npos);
   EXPECT_EQ(result.exitCode, 1);
@@ -222,7 +222,7 @@ TEST_F(PointRun, ARefusedCommandLineThatNobodyEndsIsAFailedAssertion) {
 TEST_F(PointRun, ADamagedDescriptionIsOneErrorWithItsLine) {
   const fs::path description = copyProduct() / "cowl.description";
   std::ofstream(description, std::ios::binary | std::ios::app) << "nonsense here\n";
-  folder_.write("in.xyz", kPoints);
+  folder_.write("in.xyz", kSurveyedPoints);
   const auto result = run({"-input", "in.xyz", "-output", "out.xyz", "-logfile", "stdout"});
   const std::string errors = tests::plainLines(result.errors);
   EXPECT_EQ(errors.rfind("ERROR:\n", 0), 0u) << errors;

@@ -9,14 +9,12 @@
 #include <vector>
 
 #include "tests/blackbox/childprocess.h"
+#include "tests/support/holds.h"
 #include "tests/tempfolder.h"
 
 namespace {
 
-testing::AssertionResult holds(const std::string& text, const std::string& part) {
-  if (text.find(part) != text.npos) return testing::AssertionSuccess();
-  return testing::AssertionFailure() << "no '" << part << "' in: " << text.substr(0, 4000);
-}
+using tests::holds;
 
 class ScriptPoints : public testing::Test {
  protected:

@@ -8,18 +8,12 @@
 #include <vector>
 
 #include "tests/blackbox/childprocess.h"
+#include "tests/support/holds.h"
 #include "tests/tempfolder.h"
 
 namespace {
 
-using testing::AssertionFailure;
-using testing::AssertionResult;
-using testing::AssertionSuccess;
-
-AssertionResult holds(const std::string& text, const std::string& part) {
-  if (text.find(part) != text.npos) return AssertionSuccess();
-  return AssertionFailure() << "no '" << part << "' in: " << text.substr(0, 4000);
-}
+using tests::holds;
 
 class ScriptRun : public testing::Test {
  protected:

@@ -28,7 +28,7 @@ constexpr const char* kApplication =
     "class SessionStarter {C83F5D17-6B02-4AE4-973D-F1208A4E5BD9}\ndefault IOroAppStarter\n";
 constexpr const char* kDefaults = "Number=-1\nRatio=0.5\nName=nobody\nTitle=none\nState=?\n";
 
-std::string document(const std::string& number) {
+std::string sessionDocument(const std::string& number) {
   return std::string(kDeclaration) + "<OroDataStore>\n\t<section name=\"Session\">\n" +
          "\t\t<value name=\"Number\" type=\"integer\">" + number +
          "</value>\n\t</section>\n</OroDataStore>\n";
@@ -97,19 +97,19 @@ class SettingsRun : public testing::Test {
 };
 
 TEST_F(SettingsRun, ASettingIsThereAfterAKillRightAfterTheSet) {
-  folder_.write("own.iniml", document("1"));
+  folder_.write("own.iniml", sessionDocument("1"));
   killedSession({"set:Number=42"});
-  EXPECT_EQ(file("own.iniml"), document("1"));
+  EXPECT_EQ(file("own.iniml"), sessionDocument("1"));
   EXPECT_EQ(
       file("own.iniml.changes"),
       "<section name=\"Session\"><value name=\"Number\" type=\"integer\">42</value></section>\n");
   EXPECT_THAT(found(), HasSubstr("Number=42\n"));
-  EXPECT_EQ(file("own.iniml"), document("42"));
+  EXPECT_EQ(file("own.iniml"), sessionDocument("42"));
   EXPECT_FALSE(exists("own.iniml.changes"));
 }
 
 TEST_F(SettingsRun, EveryKindOfSettingSurvivesAKill) {
-  folder_.write("own.iniml", document("1"));
+  folder_.write("own.iniml", sessionDocument("1"));
   const std::string state(100, 's');
   killedSession({"set:Number=5", "set:Number=6", "set:Number=5", "set:Ratio=0.0625",
                  "set:Name=A name", "set:Title=Title", "set:State=" + state});
@@ -122,7 +122,7 @@ TEST_F(SettingsRun, EveryKindOfSettingSurvivesAKill) {
 }
 
 TEST_F(SettingsRun, OneKillAfterTheOtherLosesNothing) {
-  folder_.write("own.iniml", document("0"));
+  folder_.write("own.iniml", sessionDocument("0"));
   for (int i = 1; i <= 5; ++i) {
     const std::string number = std::to_string(i);
     killedSession({"set:Name=name" + number, "set:Number=" + number});
@@ -153,10 +153,10 @@ TEST_F(SettingsRun, WhatASessionDoesNotKnowStaysInTheDocument) {
 }
 
 TEST_F(SettingsRun, AnInputAloneIsReadAndNothingIsSaved) {
-  folder_.write("own.iniml", document("3"));
+  folder_.write("own.iniml", sessionDocument("3"));
   run({"-inifile=own.iniml", "create", "show", "set:Number=4"});
   EXPECT_THAT(shownValues(), HasSubstr("Number=3\n"));
-  EXPECT_EQ(file("own.iniml"), document("3"));
+  EXPECT_EQ(file("own.iniml"), sessionDocument("3"));
   EXPECT_FALSE(exists("own.iniml.changes"));
   for (const auto& entry : fs::recursive_directory_iterator(home_)) {
     EXPECT_NE(entry.path().extension(), ".iniml") << entry.path();
@@ -164,21 +164,21 @@ TEST_F(SettingsRun, AnInputAloneIsReadAndNothingIsSaved) {
 }
 
 TEST_F(SettingsRun, OneDocumentIsReadAndAnotherIsWritten) {
-  folder_.write("in.iniml", document("3"));
+  folder_.write("in.iniml", sessionDocument("3"));
   run({"-inifile=in.iniml", "-ini_out=new/out.iniml", "create", "set:Number=4"});
-  EXPECT_EQ(file("in.iniml"), document("3"));
-  EXPECT_EQ(file("new/out.iniml"), document("4"));
+  EXPECT_EQ(file("in.iniml"), sessionDocument("3"));
+  EXPECT_EQ(file("new/out.iniml"), sessionDocument("4"));
 }
 
 TEST_F(SettingsRun, TheLastOfSeveralOptionsCounts) {
-  folder_.write("a.iniml", document("3"));
-  folder_.write("b.iniml", document("4"));
+  folder_.write("a.iniml", sessionDocument("3"));
+  folder_.write("b.iniml", sessionDocument("4"));
   run({"-inifile=a.iniml", "create", "-inifile=b.iniml", "show"});
   EXPECT_THAT(shownValues(), HasSubstr("Number=4\n"));
 }
 
 TEST_F(SettingsRun, AUserWithoutADocumentStartsWithTheOneBesideTheExecutable) {
-  std::ofstream(product_ / "velmora.iniml", std::ios::binary) << document("11");
+  std::ofstream(product_ / "velmora.iniml", std::ios::binary) << sessionDocument("11");
   run({"create", "show"});
   const std::string shown = file("shown.txt");
   EXPECT_THAT(shown, HasSubstr("Number=11\n"));
@@ -190,13 +190,13 @@ TEST_F(SettingsRun, AUserWithoutADocumentStartsWithTheOneBesideTheExecutable) {
   run({"create", "set:Number=12"});
   run({"create", "show"});
   EXPECT_THAT(file("shown.txt"), HasSubstr("Number=12\n"));
-  EXPECT_EQ(folder_.read("product/velmora.iniml"), document("11"));
+  EXPECT_EQ(folder_.read("product/velmora.iniml"), sessionDocument("11"));
   fs::remove(own);
 }
 
 // Each escape in a journal hides the end of the text from the next one, so this line is broken.
 TEST_F(SettingsRun, ATextThatEndsInEscapesTakesTheJournalWithIt) {
-  folder_.write("own.iniml", document("3"));
+  folder_.write("own.iniml", sessionDocument("3"));
   killedSession({"set:Number=4", "set:Name=a<b<c"});
   const std::string journal = file("own.iniml.changes");
   EXPECT_THAT(journal, HasSubstr(">a&lt;b<c</value>"));
@@ -216,29 +216,29 @@ TEST_F(SettingsRun, AKillInTheVeryFirstSessionLeavesItsChangesAside) {
 }
 
 TEST_F(SettingsRun, ADamagedDocumentIsReportedAndACopyIsKept) {
-  const std::string damaged = document("3").substr(0, 90);
+  const std::string damaged = sessionDocument("3").substr(0, 90);
   folder_.write("own.iniml", damaged);
   const auto result = session({"show", "set:Number=4"});
   EXPECT_EQ(shownValues(), kDefaults);
   EXPECT_THAT(result.errors, HasSubstr("own.iniml, line 4, column 11: "));
-  EXPECT_EQ(file("own.iniml"), document("4"));
+  EXPECT_EQ(file("own.iniml"), sessionDocument("4"));
   EXPECT_EQ(file("own.iniml.damaged"), damaged);
   EXPECT_THAT(found(), HasSubstr("Number=4\n"));
 }
 
 TEST_F(SettingsRun, WithoutTheXmlLibraryNothingIsReadAndNothingIsLost) {
-  folder_.write("own.iniml", document("3"));
+  folder_.write("own.iniml", sessionDocument("3"));
   moveLibrary("xmldom", product_, folder_.path());
   session({"show", "set:Number=4"});
   EXPECT_EQ(shownValues(), kDefaults);
-  EXPECT_EQ(file("own.iniml"), document("3"));
+  EXPECT_EQ(file("own.iniml"), sessionDocument("3"));
   EXPECT_THAT(file("own.iniml.changes"), HasSubstr(">4</value>"));
   moveLibrary("xmldom", folder_.path(), product_);
   EXPECT_THAT(found(), HasSubstr("Number=4\n"));
 }
 
 TEST_F(SettingsRun, AnEntryThatWasCutOffCostsNoOther) {
-  folder_.write("own.iniml", document("3"));
+  folder_.write("own.iniml", sessionDocument("3"));
   killedSession({"set:Number=4", "set:Name=four"});
   const std::string journal = file("own.iniml.changes");
   folder_.write("own.iniml.changes", journal.substr(0, journal.size() - 20));

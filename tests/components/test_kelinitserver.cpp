@@ -32,7 +32,7 @@ struct Initializer : tests::Double<Initializer, IOroInitializer> {
 
 constexpr GUID idOf(uint32_t first) { return {first, 2, 3, {4, 5, 6, 7, 8, 9, 10, 11}}; }
 
-constexpr const char* kHead = "cowl-application 1\n";
+constexpr const char* kDescriptionHead = "cowl-application 1\n";
 
 class InitServer : public testing::Test {
  protected:
@@ -44,7 +44,7 @@ class InitServer : public testing::Test {
   }
 
   bool read(const std::string& description) {
-    folder_.write("cowl.description", kHead + description);
+    folder_.write("cowl.description", kDescriptionHead + description);
     return server_->readDescription(0);
   }
   std::string shown() { return platform::toUtf8Lossy(world_.boxText()); }

@@ -15,20 +15,20 @@
 
 namespace {
 
-constexpr int64_t kPage = 24576;
+constexpr int64_t kManagedPage = 24576;
 
 TEST(MemoryManager, CountsBegunPagesOf24Kilobytes) {
   const IPtr<OroMM::IOroMManager> manager(
-      new MemoryManager(BlockManager::Limits{3 * kPage + 1, 5 * kPage, {}}));
+      new MemoryManager(BlockManager::Limits{3 * kManagedPage + 1, 5 * kManagedPage, {}}));
   EXPECT_EQ(manager->CoreLimit(), 4);
   EXPECT_EQ(manager->SwapLimit(), 5);
   EXPECT_EQ(manager->CorePages(), 0);
   void* blocks[5] = {};
   for (void*& block : blocks) block = manager->AllocBlock(8192, true);
   EXPECT_EQ(manager->CorePages(), 2) << "five blocks of a third of a page";
-  void* const more = manager->AllocBlock(3 * kPage, true);
+  void* const more = manager->AllocBlock(3 * kManagedPage, true);
   EXPECT_EQ(manager->SwapPages(), 3);
-  EXPECT_EQ(manager->AllocBlock(3 * kPage, true), nullptr);
+  EXPECT_EQ(manager->AllocBlock(3 * kManagedPage, true), nullptr);
   manager->FreeBlock(more);
   manager->FreeBlock(nullptr);
   for (void* block : blocks) manager->FreeBlock(block);
@@ -59,8 +59,8 @@ TEST(MemoryManager, OperationsStandInTheirPlaces) {
 TEST(MemoryManager, EndsThroughItsOwnObject) {
   const tests::TempFolder folder;
   const IPtr<OroMM::IOroMManager> manager(new MemoryManager(
-      BlockManager::Limits{0, 5 * kPage, platform::fromSystemPath(folder.path().string())}));
-  void* const block = manager->AllocBlock(kPage, true);
+      BlockManager::Limits{0, 5 * kManagedPage, platform::fromSystemPath(folder.path().string())}));
+  void* const block = manager->AllocBlock(kManagedPage, true);
   EXPECT_EQ(manager->SwapPages(), 1);
   IMemoryInit* const end = oroQuery<IMemoryInit>(manager.get());
   ASSERT_NE(end, nullptr);
@@ -83,8 +83,8 @@ TEST(MemoryManager, HasNothingToGiveBeforeItsFirstBlock) {
 TEST(MemoryManager, LimitsComeFromTheMachineWithoutSettings) {
   const IPtr<OroMM::IOroMManager> manager(new MemoryManager());
   const auto allowance = static_cast<int64_t>(oroMemoryAllowance());
-  EXPECT_NEAR(static_cast<double>(manager->CoreLimit()), allowance / 2 / kPage, 2);
-  EXPECT_NEAR(static_cast<double>(manager->SwapLimit()), allowance * 4.0 / kPage, 2);
+  EXPECT_NEAR(static_cast<double>(manager->CoreLimit()), allowance / 2 / kManagedPage, 2);
+  EXPECT_NEAR(static_cast<double>(manager->SwapLimit()), allowance * 4.0 / kManagedPage, 2);
 }
 
 TEST(MemoryManager, LimitsAndFolderAreSettings) {
@@ -93,13 +93,13 @@ TEST(MemoryManager, LimitsAndFolderAreSettings) {
   auto* const store = new KelDataStore(false, 17, 17);
   broker.registerService(KelCString::borrow("IDataStore"), store);
   store->CreateDirectory("Memory");
-  store->CreateFloat("Memory/CoreLimit", 7.0 * kPage, 0, 1e18, 0);
-  store->CreateFloat("Memory/SwapLimit", 9.0 * kPage, 0, 1e18, 0);
+  store->CreateFloat("Memory/CoreLimit", 7.0 * kManagedPage, 0, 1e18, 0);
+  store->CreateFloat("Memory/SwapLimit", 9.0 * kManagedPage, 0, 1e18, 0);
   const std::u16string absent = platform::fromSystemPath(folder.file("absent").string());
   store->CreateOroString("Memory/SwapDirectory", 1000, OroString(absent.c_str()), 0);
   const IPtr<OroMM::IOroMManager> manager(new MemoryManager());
   EXPECT_GT(manager->CoreLimit(), 1000) << "not read before there is a block";
-  void* const block = manager->AllocBlock(8 * kPage, false);
+  void* const block = manager->AllocBlock(8 * kManagedPage, false);
   EXPECT_EQ(manager->CoreLimit(), 7);
   EXPECT_EQ(manager->SwapLimit(), 9);
   EXPECT_EQ(manager->CorePages(), 8) << "no file in a folder that is not there";
@@ -112,7 +112,7 @@ TEST(MemoryManager, SettingsAreDeclaredWithTheMachinesShareAsTheirZero) {
   broker.registerService(KelCString::borrow("IDataStore"), store);
   const IPtr<OroMM::IOroMManager> manager(new MemoryManager());
   EXPECT_FALSE(store->Exists("Memory/CoreLimit"));
-  manager->FreeBlock(manager->AllocBlock(kPage, true));
+  manager->FreeBlock(manager->AllocBlock(kManagedPage, true));
   EXPECT_TRUE(store->Exists("Memory/CoreLimit"));
   EXPECT_TRUE(store->Exists("Memory/SwapLimit"));
   EXPECT_TRUE(store->Exists("Memory/SwapDirectory"));

@@ -15,7 +15,7 @@
 
 namespace {
 
-struct Busy : tests::Double<Busy, IGuiBusyState> {
+struct BusyTexts : tests::Double<BusyTexts, IGuiBusyState> {
   static constexpr const char* className() { return "Busy"; }
   std::vector<std::string> texts;
   void startBusy(const OroString&, int32_t, const void*) override {}
@@ -29,7 +29,7 @@ struct Busy : tests::Double<Busy, IGuiBusyState> {
   void setPercent(int32_t) override {}
 };
 
-struct Errors : tests::Double<Errors, IOroErrorService> {
+struct ToldErrors : tests::Double<ToldErrors, IOroErrorService> {
   static constexpr const char* className() { return "Errors"; }
   std::vector<std::string> texts;
   void addListener(IOroErrorListener*) override {}
@@ -86,8 +86,8 @@ class RunOutcomeTest : public testing::Test {
 
   tests::FakeBroker broker_;
   IDataStore* store_ = add("IDataStore", new KelCustomDataStore);
-  Busy* busy_ = add("IGuiBusyState", new Busy);
-  Errors* errors_ = add("IOroErrorService", new Errors);
+  BusyTexts* busy_ = add("IGuiBusyState", new BusyTexts);
+  ToldErrors* errors_ = add("IOroErrorService", new ToldErrors);
   IPtr<RunOutcome> outcome_{new RunOutcome};
 };
 

@@ -18,7 +18,7 @@ using tests::idText;
 
 using Texts = std::vector<std::string>;
 
-constexpr const char* kService = "IFakeService";
+constexpr const char* kReportedService = "IFakeService";
 
 // A broker with an observer that hears its reports.
 class BrokerReports : public tests::BrokerFixture {
@@ -28,7 +28,7 @@ class BrokerReports : public tests::BrokerFixture {
     broker_->attach(&last_);
   }
 
-  int32_t create(const char* interfaceName = kService) {
+  int32_t create(const char* interfaceName = kReportedService) {
     void* found = nullptr;
     return broker_->createObject(kClass, name(interfaceName), &found);
   }
@@ -43,7 +43,7 @@ TEST_F(BrokerReports, NoManager) {
   broker.attach(&observer_);
   broker.attach(&last_);
   void* found = nullptr;
-  broker.createInstance(kClass, name(kService), &found);
+  broker.createInstance(kClass, name(kReportedService), &found);
   EXPECT_EQ(texts(), Texts{"no component manager to create class instance."});
 }
 
@@ -134,10 +134,10 @@ TEST_F(BrokerReports, InterfaceWithADefaultClassNamesThatOnesComponent) {
 TEST_F(BrokerReports, InterfaceThatIsTaken) {
   manager_.names[kComponent] = "tools";
   broker_->registerClass(kClass, kComponent, {}, name("KelClass"));
-  broker_->registerInterface(name(kService), kOtherClass);
+  broker_->registerInterface(name(kReportedService), kOtherClass);
   EXPECT_TRUE(texts().empty());
-  broker_->registerInterface(name(kService), kClass);
-  broker_->registerInterface(name(kService), kOtherClass);
+  broker_->registerInterface(name(kReportedService), kClass);
+  broker_->registerInterface(name(kReportedService), kOtherClass);
   EXPECT_EQ(texts(), (Texts{"interface already registered [IFakeService] - tools",
                             "interface already registered [IFakeService] - <unknown>"}));
 }
@@ -176,11 +176,11 @@ TEST_F(BrokerReports, DuplicatesAreCountedAcrossBrokers) {
 TEST_F(BrokerReports, QuestionsReportNothing) {
   FakeObject object;
   provide(7, [&] { return &object; });
-  broker_->registerInterface(name(kService), kClass);
-  EXPECT_FALSE(broker_->hasService(name(kService)));
-  EXPECT_FALSE(broker_->classSupports(kClass, name(kService)));
+  broker_->registerInterface(name(kReportedService), kClass);
+  EXPECT_FALSE(broker_->hasService(name(kReportedService)));
+  EXPECT_FALSE(broker_->classSupports(kClass, name(kReportedService)));
   manager_.components.clear();
-  EXPECT_FALSE(broker_->classSupports(kClass, name(kService)));
+  EXPECT_FALSE(broker_->classSupports(kClass, name(kReportedService)));
   EXPECT_TRUE(texts().empty());
 }
 
@@ -238,8 +238,8 @@ TEST_F(BrokerReports, StatusIsThatOfTheFailureAndNotOfTheReport) {
   broker_->registerService(name("IOroLog3"), new FakeLog);
   EXPECT_EQ(create(), 0);
   EXPECT_EQ(broker_->getLastStatus(), 1001);
-  broker_->registerInterface(name(kService), kClass);
-  broker_->registerInterface(name(kService), kClass);
+  broker_->registerInterface(name(kReportedService), kClass);
+  broker_->registerInterface(name(kReportedService), kClass);
   EXPECT_EQ(broker_->getLastStatus(), 1004);
 }
 
@@ -256,7 +256,7 @@ TEST_F(BrokerReports, ReportWithinAReportReachesObserversOfOtherBrokersOnly) {
   OroObjectBroker* const group = broker_->groupBroker(name("g"), true);
   log->onLog = [&] {
     void* found = nullptr;
-    group->createObject(kClass, name(kService), &found);
+    group->createObject(kClass, name(kReportedService), &found);
   };
   broker_->registerService(name("IOroLog3"), log);
   FakeObserver ofGroup;

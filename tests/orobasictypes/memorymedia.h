@@ -1,5 +1,6 @@
 // MemoryInput and MemoryOutput: media of BinInput and BinOutput in memory that note what they are
-// asked. FlipScrambler: a scrambler that depends on the place of each byte.
+// asked; EndlessInput: one of unknown size. FlipScrambler: a scrambler that depends on the place of
+// each byte.
 #pragma once
 
 #include <algorithm>
@@ -49,6 +50,12 @@ class MemoryInput : public BinInput {
  private:
   std::string bytes_;
   int64_t at_ = 0;
+};
+
+// Does not know its size.
+class EndlessInput : public MemoryInput {
+ public:
+  explicit EndlessInput(const std::string& bytes) : MemoryInput(bytes) { SetSize(0); }
 };
 
 class MemoryOutput : public BinOutput {

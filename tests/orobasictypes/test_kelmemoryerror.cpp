@@ -29,10 +29,10 @@ constexpr const char16_t* kMessage =
     u"restarting, please read\nthe online help about \"Memory Optimization\".";
 
 // Tells four figures of its own while it is active.
-class Checker : public IMemChecker {
+class AskedChecker : public IMemChecker {
  public:
   static constexpr const char* className() { return "Checker"; }
-  using Offers = OroOffers<Checker, IMemChecker>;
+  using Offers = OroOffers<AskedChecker, IMemChecker>;
   void queryInterface(const char* name, void* out) override { Offers::query(*this, name, out); }
   const char* getClassName() const override { return className(); }
 
@@ -160,7 +160,7 @@ TEST_F(KelMemoryErrorTest, RecordHasZerosWhenTheSystemDoesNotTell) {
 }
 
 TEST_F(KelMemoryErrorTest, RecordHasTheFiguresOfAnActiveChecker) {
-  auto* const checker = new Checker;
+  auto* const checker = new AskedChecker;
   publish("IMemChecker", checker);
   EXPECT_EQ(recordOf(0),
             "system free:            1k\n"

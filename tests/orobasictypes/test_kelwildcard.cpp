@@ -6,10 +6,10 @@
 
 namespace {
 
-KelCString borrowed(const char* text) { return KelCString::borrow(text); }
+KelCString borrowedWord(const char* text) { return KelCString::borrow(text); }
 
 bool matches(const char* pattern, const char* text) {
-  return KelWildcard(borrowed(pattern)).match(borrowed(text));
+  return KelWildcard(borrowedWord(pattern)).match(borrowedWord(text));
 }
 
 TEST(KelWildcard, MatchesAsTheWideForm) {
@@ -32,21 +32,21 @@ TEST(KelWildcard, ComparesBytesAsSigned) {
 }
 
 TEST(KelWildcard, IgnoringCaseLowersTheTextAndTheConstructorThePattern) {
-  KelWildcard exact(borrowed("*.TXT"));
-  EXPECT_TRUE(exact.match(borrowed("a.TXT")));
-  EXPECT_FALSE(exact.matchIgnoringCase(borrowed("a.TXT")));
-  KelWildcard lowered(borrowed("*.TXT"), true);
+  KelWildcard exact(borrowedWord("*.TXT"));
+  EXPECT_TRUE(exact.match(borrowedWord("a.TXT")));
+  EXPECT_FALSE(exact.matchIgnoringCase(borrowedWord("a.TXT")));
+  KelWildcard lowered(borrowedWord("*.TXT"), true);
   const char text[] = "a.TxT";
-  EXPECT_TRUE(lowered.matchIgnoringCase(borrowed(text)));
+  EXPECT_TRUE(lowered.matchIgnoringCase(borrowedWord(text)));
   EXPECT_STREQ(text, "a.TxT");
 }
 
 TEST(KelWildcard, OwnsItsPatternAndMatchesWithoutAllocating) {
   char pattern[] = "a*";
-  KelWildcard wildcard(borrowed(pattern));
+  KelWildcard wildcard(borrowedWord(pattern));
   pattern[0] = 'b';
   tests::FakeHeap heap;
-  EXPECT_TRUE(wildcard.match(borrowed("abc")));
+  EXPECT_TRUE(wildcard.match(borrowedWord("abc")));
   EXPECT_EQ(heap.allocations + heap.reallocations, 0);
 }
 

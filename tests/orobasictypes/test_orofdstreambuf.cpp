@@ -22,7 +22,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using Mode = OroOpenMode;
 
-constexpr int end = std::streambuf::traits_type::eof();
+constexpr int atEnd = std::streambuf::traits_type::eof();
 constexpr int readBinary = Mode::in | Mode::binary;
 constexpr int writeBinary = Mode::out | Mode::binary;
 
@@ -51,7 +51,7 @@ class OroFdStreambufTest : public testing::Test {
     return text;
   }
   void put(const std::string& text) {
-    for (const char c : text) ASSERT_NE(file_.sputc(c), end);
+    for (const char c : text) ASSERT_NE(file_.sputc(c), atEnd);
   }
 
   tests::TempFolder folder_;
@@ -104,9 +104,9 @@ TEST_F(OroFdStreambufTest, AModeWithoutADirectionIsAssertedAgainstAndTakesNothin
   EXPECT_EQ(assertions.take().size(), 3u);
 
   ASSERT_EQ(open("a", Mode::append), &file_);
-  EXPECT_EQ(file_.sputc('x'), end);
+  EXPECT_EQ(file_.sputc('x'), atEnd);
   EXPECT_EQ(file_.sputn("xyz", 3), 0);
-  EXPECT_EQ(file_.sgetc(), end);
+  EXPECT_EQ(file_.sgetc(), atEnd);
   EXPECT_EQ(file_.Close(), &file_);
   EXPECT_EQ(content("a"), "");
 }
@@ -131,8 +131,8 @@ TEST_F(OroFdStreambufTest, WhatDoesNotOpenGivesNullAndStaysClosed) {
   EXPECT_EQ(file_.Open("", writeBinary), nullptr);
   EXPECT_EQ(file_.Attach(-1, readBinary), nullptr);
   EXPECT_FALSE(file_.IsOpen());
-  EXPECT_EQ(file_.sgetc(), end);
-  EXPECT_EQ(file_.sputc('x'), end);
+  EXPECT_EQ(file_.sgetc(), atEnd);
+  EXPECT_EQ(file_.sputc('x'), atEnd);
 }
 
 TEST_F(OroFdStreambufTest, EveryFormOfPathAndModeOpensTheSameFile) {
@@ -187,7 +187,7 @@ TEST_F(OroFdStreambufTest, AnAttachedDescriptorIsUsedAndClosed) {
   ASSERT_EQ(file_.Attach(descriptor, readBinary), &file_);
   EXPECT_TRUE(file_.IsOpen());
   EXPECT_EQ(read(9), "attached");
-  EXPECT_EQ(file_.sputc('x'), end) << "the mode decides, not the descriptor";
+  EXPECT_EQ(file_.sputc('x'), atEnd) << "the mode decides, not the descriptor";
   EXPECT_EQ(file_.Close(), &file_);
   char byte = 0;
   EXPECT_LT(platform::readDescriptor(descriptor, &byte, 1), 0);
@@ -297,7 +297,7 @@ TEST_F(OroFdStreambufTest, ARefusedCharacterIsTheCallersAgain) {
   ASSERT_NE(open("a", writeBinary), nullptr);
   put("abcd");
   disk.refuseFrom(1);
-  EXPECT_EQ(file_.sputc('e'), end);
+  EXPECT_EQ(file_.sputc('e'), atEnd);
   EXPECT_EQ(file_.pubsync(), -1);
   disk.refuseFrom(SIZE_MAX);
   EXPECT_EQ(file_.sputc('f'), 'f');
@@ -337,7 +337,7 @@ TEST_F(OroFdStreambufTest, ADiskThatFillsUpAtAnyWriteIsToldAndKeepsTheFront) {
     OroFdStreambuf file;
     ASSERT_NE(file.Open(path("a"), writeBinary), nullptr);
     size_t put = 0;
-    while (put < text.size() && file.sputc(text[put]) != end) ++put;
+    while (put < text.size() && file.sputc(text[put]) != atEnd) ++put;
     const bool closed = file.Close() != nullptr;
     complete = put == text.size() && closed;
     EXPECT_EQ(complete, disk.writes.size() <= n);
@@ -356,8 +356,8 @@ TEST_F(OroFdStreambufTest, ReadingTakesABufferAheadAndCharactersFromIt) {
   EXPECT_EQ(file_.in_avail(), 1024);
   for (int i = 0; i < 1500; ++i) ASSERT_EQ(file_.sbumpc(), 'x');
   EXPECT_EQ(file_.sbumpc(), 'y');
-  EXPECT_EQ(file_.sbumpc(), end);
-  EXPECT_EQ(file_.sgetc(), end);
+  EXPECT_EQ(file_.sbumpc(), atEnd);
+  EXPECT_EQ(file_.sgetc(), atEnd);
 }
 
 TEST_F(OroFdStreambufTest, BytesAboveAsciiAreNoEnd) {
@@ -365,7 +365,7 @@ TEST_F(OroFdStreambufTest, BytesAboveAsciiAreNoEnd) {
   ASSERT_NE(open("a", readBinary), nullptr);
   EXPECT_EQ(file_.sbumpc(), 0xFF);
   EXPECT_EQ(file_.sbumpc(), 0xFE);
-  EXPECT_EQ(file_.sbumpc(), end);
+  EXPECT_EQ(file_.sbumpc(), atEnd);
 }
 
 TEST_F(OroFdStreambufTest, ABlockBeginsWithWhatWasReadAhead) {
@@ -390,7 +390,7 @@ TEST_F(OroFdStreambufTest, BehindABlockFromTheFileNothingIsPutBack) {
   EXPECT_EQ(read(2), "bc");
   EXPECT_EQ(file_.sungetc(), 'c') << "the block came from the buffer";
   EXPECT_EQ(read(5), "cdefg");
-  EXPECT_EQ(file_.sungetc(), end);
+  EXPECT_EQ(file_.sungetc(), atEnd);
   EXPECT_EQ(file_.in_avail(), 0);
   EXPECT_EQ(file_.sbumpc(), 'h');
   EXPECT_EQ(file_.sungetc(), 'h');
@@ -400,12 +400,12 @@ TEST_F(OroFdStreambufTest, AnUnbufferedStreamReadsOneCharacterAndCannotPeek) {
   folder_.write("a", "abc");
   ASSERT_NE(open("a", readBinary), nullptr);
   file_.pubsetbuf(nullptr, 0);
-  EXPECT_EQ(file_.sgetc(), end);
+  EXPECT_EQ(file_.sgetc(), atEnd);
   EXPECT_EQ(file_.sbumpc(), 'a');
   EXPECT_EQ(file_.pubseekoff(0, ios_base::cur), std::streampos(1)) << "no more than that was read";
   EXPECT_EQ(file_.sbumpc(), 'b');
   EXPECT_EQ(read(9), "c");
-  EXPECT_EQ(file_.sbumpc(), end);
+  EXPECT_EQ(file_.sbumpc(), atEnd);
 }
 
 TEST_F(OroFdStreambufTest, WhatIsAvailableIsKnownWhileReadingOnly) {
@@ -429,12 +429,12 @@ TEST_F(OroFdStreambufTest, WithoutASeekNeitherDirectionFollowsTheOther) {
   folder_.write("a", "abcdef");
   ASSERT_NE(open("a", Mode::in | Mode::out | Mode::binary), nullptr);
   EXPECT_EQ(file_.sbumpc(), 'a');
-  EXPECT_EQ(file_.sputc('X'), end);
+  EXPECT_EQ(file_.sputc('X'), atEnd);
   EXPECT_EQ(file_.sputn("XY", 2), 0);
   EXPECT_EQ(file_.pubseekoff(3, ios_base::beg), std::streampos(3));
   EXPECT_EQ(file_.sputn("DE", 2), 2);
-  EXPECT_EQ(file_.sgetc(), end);
-  EXPECT_EQ(file_.sbumpc(), end);
+  EXPECT_EQ(file_.sgetc(), atEnd);
+  EXPECT_EQ(file_.sbumpc(), atEnd);
   EXPECT_EQ(read(3), "");
   EXPECT_EQ(file_.pubseekoff(0, ios_base::cur), std::streampos(5));
   EXPECT_EQ(file_.sbumpc(), 'f');
@@ -444,11 +444,11 @@ TEST_F(OroFdStreambufTest, WithoutASeekNeitherDirectionFollowsTheOther) {
 TEST_F(OroFdStreambufTest, ModesForbidTheOtherDirection) {
   folder_.write("a", "abc");
   ASSERT_NE(open("a", readBinary), nullptr);
-  EXPECT_EQ(file_.sputc('x'), end);
+  EXPECT_EQ(file_.sputc('x'), atEnd);
   EXPECT_EQ(read(3), "abc") << "a refused write changes nothing";
   ASSERT_NE(file_.Close(), nullptr);
   ASSERT_NE(open("a", writeBinary), nullptr);
-  EXPECT_EQ(file_.sgetc(), end);
+  EXPECT_EQ(file_.sgetc(), atEnd);
   EXPECT_EQ(file_.sputn("x", 1), 1);
 }
 

@@ -35,31 +35,31 @@ TEST(OroPath, AddsNoFieldAndNoVirtualOperation) {
   EXPECT_TRUE(OroPath().isNull());
 }
 
-struct Row {
+struct PathRow {
   const char16_t* text;
   const char16_t* result;
 };
 
 TEST(OroPath, CanonicalForm) {
-  for (const Row& row : {
-           Row{u"a/b/", u"a\\b"},
-           Row{u"a\\b\\\\", u"a\\b"},
-           Row{u"C:\\", u"C:"},
-           Row{u"C:/", u"C:"},
-           Row{u"\\", u"\\"},
-           Row{u"/", u"\\"},
-           Row{u"\\\\", u"\\"},
-           Row{u"//", u"\\"},
-           Row{u"//c/dir", u"c:\\dir"},
-           Row{u"//c/", u"c:"},
-           Row{u"////", u"\\:"},
-           Row{u"//server/share", u"\\\\server\\share"},
-           Row{u"\\\\c\\dir", u"\\\\c\\dir"},
-           Row{u"//c", u"\\\\c"},
-           Row{u"a//b", u"a\\\\b"},
-           Row{u"a/../b", u"a\\..\\b"},
-           Row{u"", u""},
-           Row{u".\\", u"."},
+  for (const PathRow& row : {
+           PathRow{u"a/b/", u"a\\b"},
+           PathRow{u"a\\b\\\\", u"a\\b"},
+           PathRow{u"C:\\", u"C:"},
+           PathRow{u"C:/", u"C:"},
+           PathRow{u"\\", u"\\"},
+           PathRow{u"/", u"\\"},
+           PathRow{u"\\\\", u"\\"},
+           PathRow{u"//", u"\\"},
+           PathRow{u"//c/dir", u"c:\\dir"},
+           PathRow{u"//c/", u"c:"},
+           PathRow{u"////", u"\\:"},
+           PathRow{u"//server/share", u"\\\\server\\share"},
+           PathRow{u"\\\\c\\dir", u"\\\\c\\dir"},
+           PathRow{u"//c", u"\\\\c"},
+           PathRow{u"a//b", u"a\\\\b"},
+           PathRow{u"a/../b", u"a\\..\\b"},
+           PathRow{u"", u""},
+           PathRow{u".\\", u"."},
        }) {
     EXPECT_EQ(units(path(row.text)), row.result);
     OroPath assigned;
@@ -144,15 +144,15 @@ TEST(OroPath, Appends) {
 }
 
 TEST(OroPath, Parent) {
-  for (const Row& row : {
-           Row{u"a\\b\\c", u"a\\b"},
-           Row{u"file.txt", u"."},
-           Row{u"\\file.txt", u"\\"},
-           Row{u"\\", u"\\"},
-           Row{u"C:", u"."},
-           Row{u"C:\\a", u"C:"},
-           Row{u"", u"."},
-           Row{u"a\\\\b", u"a\\"},
+  for (const PathRow& row : {
+           PathRow{u"a\\b\\c", u"a\\b"},
+           PathRow{u"file.txt", u"."},
+           PathRow{u"\\file.txt", u"\\"},
+           PathRow{u"\\", u"\\"},
+           PathRow{u"C:", u"."},
+           PathRow{u"C:\\a", u"C:"},
+           PathRow{u"", u"."},
+           PathRow{u"a\\\\b", u"a\\"},
        }) {
     EXPECT_EQ(units(path(row.text).parent()), row.result);
   }
@@ -218,8 +218,8 @@ TEST(OroPath, SetsExtensions) {
 }
 
 TEST(OroPath, InsertsBeforeTheExtension) {
-  for (const Row& row : {Row{u"a\\b.txt", u"a\\b-1.txt"}, Row{u"a.b\\c", u"a.b\\c-1"},
-                         Row{u".x", u"-1.x"}, Row{u"", u"-1"}}) {
+  for (const PathRow& row : {PathRow{u"a\\b.txt", u"a\\b-1.txt"}, PathRow{u"a.b\\c", u"a.b\\c-1"},
+                             PathRow{u".x", u"-1.x"}, PathRow{u"", u"-1"}}) {
     OroPath changed = path(row.text);
     changed.insertBeforeExtension(borrowed(u"-1"));
     EXPECT_EQ(units(changed), row.result);

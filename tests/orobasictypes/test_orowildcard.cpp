@@ -19,35 +19,35 @@ bool matches(const char16_t* pattern, const char16_t* text) {
   return OroWildcard(borrowed(pattern)).match(borrowed(text));
 }
 
-struct Row {
+struct MatchRow {
   const char16_t* pattern;
   const char16_t* text;
   bool matches;
 };
 
 TEST(OroWildcard, MatchesByTheRules) {
-  for (const Row& row : {
-           Row{u"*.t?t", u"a.txt", true},
-           Row{u"*.t?t", u".txt", true},
-           Row{u"*.t?t", u"a.tx", false},
-           Row{u"*.t?t", u"a.txt.txt", true},
-           Row{u"", u"", true},
-           Row{u"", u"a", false},
-           Row{u"*", u"", true},
-           Row{u"**", u"", true},
-           Row{u"*", u"a\\b/c", true},
-           Row{u"?", u"", false},
-           Row{u"?", u"\\", true},
-           Row{u"abc", u"abc", true},
-           Row{u"abc", u"ABC", false},
-           Row{u"abc", u"abcd", false},
-           Row{u"*a*b*", u"xxaxxbxx", true},
-           Row{u"*a*b*", u"xxbxxaxx", false},
-           Row{u"a*", u"a", true},
-           Row{u"*", u"*", true},
-           Row{u"{a,b}", u"a", false},
-           Row{u"{a,b}", u"{a,b}", true},
-           Row{u"\\*", u"*", false},
+  for (const MatchRow& row : {
+           MatchRow{u"*.t?t", u"a.txt", true},
+           MatchRow{u"*.t?t", u".txt", true},
+           MatchRow{u"*.t?t", u"a.tx", false},
+           MatchRow{u"*.t?t", u"a.txt.txt", true},
+           MatchRow{u"", u"", true},
+           MatchRow{u"", u"a", false},
+           MatchRow{u"*", u"", true},
+           MatchRow{u"**", u"", true},
+           MatchRow{u"*", u"a\\b/c", true},
+           MatchRow{u"?", u"", false},
+           MatchRow{u"?", u"\\", true},
+           MatchRow{u"abc", u"abc", true},
+           MatchRow{u"abc", u"ABC", false},
+           MatchRow{u"abc", u"abcd", false},
+           MatchRow{u"*a*b*", u"xxaxxbxx", true},
+           MatchRow{u"*a*b*", u"xxbxxaxx", false},
+           MatchRow{u"a*", u"a", true},
+           MatchRow{u"*", u"*", true},
+           MatchRow{u"{a,b}", u"a", false},
+           MatchRow{u"{a,b}", u"{a,b}", true},
+           MatchRow{u"\\*", u"*", false},
        }) {
     EXPECT_EQ(matches(row.pattern, row.text), row.matches)
         << OroString(row.pattern) << " " << OroString(row.text);
@@ -55,23 +55,23 @@ TEST(OroWildcard, MatchesByTheRules) {
 }
 
 TEST(OroWildcard, MatchesSets) {
-  for (const Row& row : {
-           Row{u"[a-c]x", u"bx", true},  Row{u"[a-c]x", u"ax", true},
-           Row{u"[a-c]x", u"cx", true},  Row{u"[a-c]x", u"-x", true},
-           Row{u"[a-c]x", u"dx", false}, Row{u"[abc]", u"b", true},
-           Row{u"[!a]", u"b", false},    Row{u"[!a]", u"!", true},
-           Row{u"[c-a]", u"a", true},    Row{u"[c-a]", u"-", true},
-           Row{u"[c-a]", u"c", false},   Row{u"[c-a]", u"b", false},
-           Row{u"[a-]", u"a", false},    Row{u"[a-]", u"-", true},
-           Row{u"[+-]", u"A", true},     Row{u"[+-]", u"+", true},
-           Row{u"[+-]", u"-", true},     Row{u"[-a]", u"-", true},
-           Row{u"[-a]", u"a", true},     Row{u"[-a]", u"b", false},
-           Row{u"[]", u"]", false},      Row{u"[]", u"[]", false},
-           Row{u"[]a]", u"]", false},    Row{u"[]a]", u"a]", false},
-           Row{u"a[", u"a[", false},     Row{u"a[", u"a", false},
-           Row{u"[a", u"[a", false},     Row{u"]", u"]", true},
-           Row{u"[*]", u"*", true},      Row{u"[*]", u"a", false},
-           Row{u"[[]", u"[", true},      Row{u"*[0-9].xyz", u"cloud7.xyz", true},
+  for (const MatchRow& row : {
+           MatchRow{u"[a-c]x", u"bx", true},  MatchRow{u"[a-c]x", u"ax", true},
+           MatchRow{u"[a-c]x", u"cx", true},  MatchRow{u"[a-c]x", u"-x", true},
+           MatchRow{u"[a-c]x", u"dx", false}, MatchRow{u"[abc]", u"b", true},
+           MatchRow{u"[!a]", u"b", false},    MatchRow{u"[!a]", u"!", true},
+           MatchRow{u"[c-a]", u"a", true},    MatchRow{u"[c-a]", u"-", true},
+           MatchRow{u"[c-a]", u"c", false},   MatchRow{u"[c-a]", u"b", false},
+           MatchRow{u"[a-]", u"a", false},    MatchRow{u"[a-]", u"-", true},
+           MatchRow{u"[+-]", u"A", true},     MatchRow{u"[+-]", u"+", true},
+           MatchRow{u"[+-]", u"-", true},     MatchRow{u"[-a]", u"-", true},
+           MatchRow{u"[-a]", u"a", true},     MatchRow{u"[-a]", u"b", false},
+           MatchRow{u"[]", u"]", false},      MatchRow{u"[]", u"[]", false},
+           MatchRow{u"[]a]", u"]", false},    MatchRow{u"[]a]", u"a]", false},
+           MatchRow{u"a[", u"a[", false},     MatchRow{u"a[", u"a", false},
+           MatchRow{u"[a", u"[a", false},     MatchRow{u"]", u"]", true},
+           MatchRow{u"[*]", u"*", true},      MatchRow{u"[*]", u"a", false},
+           MatchRow{u"[[]", u"[", true},      MatchRow{u"*[0-9].xyz", u"cloud7.xyz", true},
        }) {
     EXPECT_EQ(matches(row.pattern, row.text), row.matches)
         << OroString(row.pattern) << " " << OroString(row.text);

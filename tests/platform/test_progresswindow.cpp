@@ -13,7 +13,7 @@ namespace {
 using platform::judgeWindowMessage;
 using platform::WindowMessage;
 
-struct Ended {
+struct WindowEnded {
   int status;
 };
 
@@ -29,13 +29,13 @@ int answerQuestion(const std::u16string& title, const std::u16string& text, unsi
 /// The status with which a message ends the process, or -100 if it goes on.
 int obey(int result, unsigned message, std::uintptr_t wParam, int boxAnswer = 0) {
   constexpr int wentOn = -100;
-  platform::HookGuard end(platform::endProcessHook, [](int status) { throw Ended{status}; });
+  platform::HookGuard end(platform::endProcessHook, [](int status) { throw WindowEnded{status}; });
   platform::HookGuard box(platform::messageBoxHook, answerQuestion);
   answer = boxAnswer;
   question.clear();
   try {
     platform::obeyWindowMessage(result, message, wParam);
-  } catch (const Ended& ended) {
+  } catch (const WindowEnded& ended) {
     return ended.status;
   }
   return wentOn;

@@ -126,10 +126,10 @@ class Directories : public IOroDirService {
   std::map<std::string, OroPath> paths;
 };
 
-class Files : public IFileUtil {
+class HelpFiles : public IFileUtil {
  public:
   static constexpr const char* className() { return "Files"; }
-  using Offers = OroOffers<Files, IFileUtil>;
+  using Offers = OroOffers<HelpFiles, IFileUtil>;
   void queryInterface(const char* name, void* out) override { Offers::query(*this, name, out); }
   const char* getClassName() const override { return className(); }
   bool isFile(const OroPath& path) override { return platform::isFile(path.wideText()); }
@@ -221,7 +221,7 @@ class Help : public testing::Test {
   IPtr<KelRegistry> registry_ = new KelRegistry;
   IPtr<GenDataStore> store_ = new GenDataStore;
   IPtr<Directories> directories_ = new Directories;
-  IPtr<Files> files_ = new Files;
+  IPtr<HelpFiles> files_ = new HelpFiles;
   std::vector<IPtr<IHelpVolume>> made_;
   IPtr<HelpService> help_ = new HelpService;
 };

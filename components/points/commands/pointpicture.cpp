@@ -10,7 +10,7 @@
 namespace {
 
 constexpr double kMargin = 0.03;  // of the picture, on each side
-constexpr int64_t kBlock = 4096;
+constexpr int64_t kPictureBlock = 4096;
 constexpr int kLargestDot = 4;     // pixels
 constexpr double kOverlap = 1.25;  // dots hide the gaps between uneven points
 
@@ -89,10 +89,10 @@ void PointPicture::drawBlock(const double* xyz, int64_t size, const uint32_t* co
 
 bool PointPicture::draw(PointSet& set, bool byColor, PointWork& work) {
   const bool colored = byColor && set.hasColors();
-  std::vector<uint32_t> colors(colored ? kBlock : 0);
+  std::vector<uint32_t> colors(colored ? kPictureBlock : 0);
   for (int64_t first = 0, size = 0; first < set.count(); first += size) {
     const double* const xyz = set.run(first, size);
-    size = std::min(size, kBlock);
+    size = std::min(size, kPictureBlock);
     if (colored) set.getColors(first, size, colors.data());
     drawBlock(xyz, size, colored ? colors.data() : nullptr);
     if (!work.step(first + size, set.count())) return false;

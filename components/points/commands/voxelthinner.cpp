@@ -11,7 +11,7 @@ namespace {
 
 constexpr double kFarthest = 4503599627370496.0;  // 2^52 edges: a cube is still a whole number
 constexpr uint64_t kFewestPlaces = 1024;
-constexpr int64_t kBlock = 1024;  // points between two looks at the listener
+constexpr int64_t kPointsPerLook = 1024;  // points between two looks at the listener
 
 bool isPlace(const double* xyz) {
   return std::isfinite(xyz[0]) && std::isfinite(xyz[1]) && std::isfinite(xyz[2]);
@@ -92,7 +92,7 @@ bool VoxelThinner::find(PointSet& set, BitVector& kept, PointWork& work) {
   kept.Zero();
   for (int64_t first = 0, size = 0; first < count; first += size) {
     const double* const xyz = set.run(first, size);
-    if (size > kBlock) size = kBlock;
+    if (size > kPointsPerLook) size = kPointsPerLook;
     for (int64_t i = 0; i < size; ++i) {
       if (isPlace(xyz + 3 * i)) enter(set, xyz + 3 * i, static_cast<uint32_t>(first + i + 1));
     }

@@ -6,12 +6,12 @@
 
 namespace {
 
-constexpr std::string_view kBlanks = " \t";
+constexpr std::string_view kFieldBlanks = " \t";
 
 std::string_view stripped(std::string_view field) {
-  const size_t first = std::min(field.find_first_not_of(kBlanks), field.size());
+  const size_t first = std::min(field.find_first_not_of(kFieldBlanks), field.size());
   field.remove_prefix(first);
-  field = field.substr(0, field.find_last_not_of(kBlanks) + 1);
+  field = field.substr(0, field.find_last_not_of(kFieldBlanks) + 1);
   if (field.size() > 1 && field.front() == '"' && field.back() == '"') {
     field = field.substr(1, field.size() - 2);
   }

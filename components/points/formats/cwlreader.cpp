@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr size_t kBlock = 1024;          // points that are converted at a time
+constexpr size_t kCwlBlock = 1024;       // points that are converted at a time
 constexpr int64_t kLongestName = 65536;  // bytes
 constexpr int64_t kSpareWords = 65536;   // of a selection, beyond what its points need
 constexpr size_t kPointSize = 3 * sizeof(double);
@@ -240,7 +240,7 @@ bool CwlReader::readColors(const Element& part, Cloud& cloud) {
     return failAtByte(part.start, pointtexts::kCwlChunk);
   }
   for (uint32_t left = count; left > 0;) {
-    const size_t now = std::min<size_t>(left, kBlock);
+    const size_t now = std::min<size_t>(left, kCwlBlock);
     if (!bytes_->fill(now * size)) return failCut(*bytes_);
     cloud.colors.resize(cloud.colors.size() + now);
     auto* const to = reinterpret_cast<uint8_t*>(cloud.colors.data() + cloud.colors.size() - now);
@@ -277,9 +277,9 @@ bool CwlReader::readPoints(const Element& part, Cloud& cloud) {
   cloud.head.count = bytes_->left() < 0 ? -1 : count;
   cloud.head.hasColors = hasColors;
   if (!sink_->beginCloud(cloud.head)) return false;
-  double xyz[3 * kBlock];
+  double xyz[3 * kCwlBlock];
   for (uint32_t done = 0; done < count;) {
-    const size_t now = std::min<size_t>(count - done, kBlock);
+    const size_t now = std::min<size_t>(count - done, kCwlBlock);
     if (!bytes_->fill(now * kPointSize)) return failCut(*bytes_);
     pointColumn(PointScalar::float64, true)(bytes_->data(), sizeof(double), 3 * now, xyz, 1);
     const size_t bad = pointFirstNotFinite(xyz, 3 * now);

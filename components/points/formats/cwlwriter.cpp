@@ -11,7 +11,7 @@ namespace {
 
 constexpr int64_t kHeader = 12;  // bytes of an element's tag and size
 constexpr int64_t kId = 16;
-constexpr int64_t kPointSize = 3 * sizeof(double);
+constexpr int64_t kPointBytes = 3 * sizeof(double);
 
 std::string word(uint32_t value) {
   const uint32_t bits = __builtin_bswap32(value);
@@ -97,7 +97,7 @@ bool CwlWriter::write(PointSource& source, PointOutputBuffer& out) {
     const int64_t count = clouds[i].count;
     facts.push_back(factsOf(clouds[i]));
     selections.push_back(selection == nullptr ? std::string() : selectionOf(*selection, count));
-    int64_t body = kId + std::ssize(facts[i]) + kHeader + 8 + kPointSize * count;
+    int64_t body = kId + std::ssize(facts[i]) + kHeader + 8 + kPointBytes * count;
     if (clouds[i].hasColors) body += kHeader + 8 + 4 * (count + 1);
     bodies.push_back(body + std::ssize(selections[i]));
     whole += kHeader + bodies[i];
@@ -133,11 +133,11 @@ bool CwlWriter::writeColors(PointSource& source, PointOutputBuffer& out, size_t 
 
 bool CwlWriter::writePoints(PointSource& source, PointOutputBuffer& out, size_t cloud) {
   const int64_t points = source.clouds()[cloud].count;
-  out.put(head(cwltags::kPoints, cwltags::kVersion, 8 + kPointSize * points));
+  out.put(head(cwltags::kPoints, cwltags::kVersion, 8 + kPointBytes * points));
   out.put(word(cwltags::kPointArray) + word(static_cast<uint32_t>(points)));
   return eachBlockOf(source, cloud, false,
                      [&](size_t, const double* xyz, const PointColor*, size_t count) {
-                       char* at = out.room(static_cast<size_t>(kPointSize) * count);
+                       char* at = out.room(static_cast<size_t>(kPointBytes) * count);
                        for (size_t i = 0; i < 3 * count; ++i, at += sizeof(double)) {
                          const uint64_t bits = __builtin_bswap64(std::bit_cast<uint64_t>(xyz[i]));
                          std::memcpy(at, &bits, sizeof bits);

@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr size_t kBlock = 1024;      // points that are converted at a time
+constexpr size_t kLasBlock = 1024;   // points that are converted at a time
 constexpr size_t kCoordinates = 12;  // bytes of them in front of each point
 
 // What stands in a point beside coordinates and colours. `plain` is what it holds where nobody gave
@@ -84,8 +84,8 @@ bool LasReader::findColorForm(PointInputBuffer& bytes) {
   bool wide = false;
   bool any = false;
   for (uint64_t left = header_.count; left > 0 && !wide;) {
-    const auto count =
-        static_cast<size_t>(std::min<uint64_t>({left, kBlock, PointInputBuffer::kRoom / stride}));
+    const auto count = static_cast<size_t>(
+        std::min<uint64_t>({left, kLasBlock, PointInputBuffer::kRoom / stride}));
     if (!bytes.fill(count * stride)) return failCut(bytes);
     for (size_t i = 0; i < count; ++i) {
       uint16_t channels[3];
@@ -119,7 +119,7 @@ bool LasReader::readPoints(PointInputBuffer& bytes, PointSink& sink) {
   const auto stride = static_cast<size_t>(header_.recordSize);
   bits_.any.assign(stride, '\0');
   bits_.all.assign(stride, '\xFF');
-  const size_t most = std::min(kBlock, PointInputBuffer::kRoom / stride);
+  const size_t most = std::min(kLasBlock, PointInputBuffer::kRoom / stride);
   std::vector<double> xyz(3 * most);
   std::vector<PointColor> colors(head.hasColors ? most : 0);
   for (uint64_t left = header_.count; left > 0;) {

@@ -11,7 +11,7 @@ namespace {
 constexpr uint8_t kOneReturn = 0x09;  // the first of one
 constexpr size_t kReturnByte = 14;
 constexpr size_t kColorBytes = 20;
-constexpr int kMostDecimals = 9;  // finer than any instrument, and room for offsets in doubles
+constexpr int kMostLasDecimals = 9;  // finer than any instrument, and room for offsets in doubles
 // Tried for a grid that keeps all coordinates: what people write coordinates with.
 constexpr int kUsualDecimals = 6;
 
@@ -119,7 +119,7 @@ bool LasWriter::chooseAxis(PointSource& source, int axis, const Bounds& bounds, 
   const double most = bounds.most[axis];
   const double offsets[] = {0, roundOffset(least, most)};
   bool found = false;
-  for (int d = 0; d <= kMostDecimals; ++d) {
+  for (int d = 0; d <= kMostLasDecimals; ++d) {
     const double scale = 1 / LasGrid::powerOfTen(d);
     for (const double offset : offsets) {
       const LasGrid tried(scale, offset);

@@ -7,8 +7,8 @@
 
 namespace {
 
-constexpr size_t kLongestLine = 65536;
-constexpr int64_t kMostLines = 1000;
+constexpr size_t kLongestPcdLine = 65536;
+constexpr int64_t kMostPcdLines = 1000;
 constexpr int64_t kMostNumbers = 65536;  // of one field
 
 }  // namespace
@@ -42,10 +42,10 @@ bool PcdHeader::read(PointInputBuffer& bytes) {
   std::string_view line;
   while (true) {
     ++line_;
-    if (!bytes.line(line, kLongestLine)) {
+    if (!bytes.line(line, kLongestPcdLine)) {
       return fail(bytes.atEnd() ? pointtexts::kCutHeader : pointtexts::kLongLine);
     }
-    if (line_ > kMostLines) return fail(pointtexts::kLongHeader);
+    if (line_ > kMostPcdLines) return fail(pointtexts::kLongHeader);
     const Words words = pointWordsOf(line);
     if (words.empty() || words[0].starts_with('#')) continue;
     if (words[0] == "DATA") return takeForm(words) && finish();

@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr size_t kBlock = 1024;  // points that are handed on at a time
+constexpr size_t kPcdBlock = 1024;  // points that are handed on at a time
 
 // Where the channels stand in the four bytes of a packed colour.
 constexpr size_t kChannelBytes[] = {2, 1, 0};
@@ -77,13 +77,13 @@ bool PcdReader::readBinary(PointInputBuffer& bytes, PointSink& sink) {
 }
 
 bool PcdReader::readText(PointInputBuffer& bytes, PointSink& sink) {
-  std::vector<double> xyz(3 * kBlock);
-  std::vector<PointColor> colors(kBlock);
+  std::vector<double> xyz(3 * kPcdBlock);
+  std::vector<PointColor> colors(kPcdBlock);
   size_t ready = 0;
   for (int64_t i = 0; i < header_.count(); ++i) {
     std::string_view line;
     if (!nextLine(bytes, line) || !takeLine(line, &xyz[3 * ready], colors[ready])) return false;
-    if (++ready < kBlock && i + 1 < header_.count()) continue;
+    if (++ready < kPcdBlock && i + 1 < header_.count()) continue;
     if (!sink.addPoints(xyz.data(), color_ != nullptr ? colors.data() : nullptr, ready)) {
       return false;
     }

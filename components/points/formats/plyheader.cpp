@@ -7,8 +7,8 @@
 
 namespace {
 
-constexpr size_t kLongestLine = 4096;
-constexpr int64_t kMostLines = 10000;
+constexpr size_t kLongestPlyLine = 4096;
+constexpr int64_t kMostPlyLines = 10000;
 
 struct TypeName {
   std::string_view name;
@@ -54,14 +54,14 @@ bool PlyHeader::read(PointInputBuffer& bytes) {
   std::string_view line;
   while (true) {
     ++line_;
-    if (!bytes.line(line, kLongestLine)) {
+    if (!bytes.line(line, kLongestPlyLine)) {
       return fail(bytes.atEnd() ? pointtexts::kCutHeader : pointtexts::kLongLine);
     }
     if (line_ == 1) {
       if (line != "ply") return fail(pointtexts::kPlyBadLine, line);
     } else if (line == "end_header") {
       return hasForm_ || fail(pointtexts::kPlyBadForm);
-    } else if (line_ > kMostLines) {
+    } else if (line_ > kMostPlyLines) {
       return fail(pointtexts::kLongHeader);
     } else if (!takeLine(line)) {
       return false;

@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr size_t kBlock = 1024;  // points that are converted at a time
+constexpr size_t kPlyBlock = 1024;  // points that are converted at a time
 
 constexpr const char* kColorNames[][3] = {
     {"red", "green", "blue"}, {"diffuse_red", "diffuse_green", "diffuse_blue"}, {"r", "g", "b"}};
@@ -150,15 +150,15 @@ bool PlyReader::takeRecord(const PlyElement& vertex, Record& record) {
 bool PlyReader::readLines(const PlyElement& vertex) {
   std::vector<double> xyz;
   std::vector<PointColor> colors;
-  xyz.reserve(3 * kBlock);
-  colors.reserve(kBlock);
+  xyz.reserve(3 * kPlyBlock);
+  colors.reserve(kPlyBlock);
   for (int64_t i = 0; i < vertex.count; ++i) {
     std::string_view line;
     Record record;
     if (!nextLine(*bytes_, line) || !takeLine(vertex, line, record)) return false;
     xyz.insert(xyz.end(), record.xyz, record.xyz + 3);
     colors.push_back(record.color);
-    if (colors.size() < kBlock && i + 1 < vertex.count) continue;
+    if (colors.size() < kPlyBlock && i + 1 < vertex.count) continue;
     if (!give(xyz.data(), colors.data(), colors.size())) return false;
     xyz.clear();
     colors.clear();

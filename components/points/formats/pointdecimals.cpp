@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr int kMostDecimals = 15;
+constexpr int kMostFixedDecimals = 15;
 
 }  // namespace
 
@@ -18,7 +18,7 @@ void PointDecimals::take(const char* text, const char* end) {
     if (*at == 'e' || *at == 'E') fixed_ = false;
   }
   const int digits = point == nullptr ? 0 : static_cast<int>(end - point) - 1;
-  if (digits > kMostDecimals) fixed_ = false;
+  if (digits > kMostFixedDecimals) fixed_ = false;
   most_ = std::max(most_, digits);
 }
 

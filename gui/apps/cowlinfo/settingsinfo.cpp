@@ -17,7 +17,7 @@
 
 namespace {
 
-constexpr size_t kMostText = 200;  // bytes of a value that are shown
+constexpr size_t kMostValueText = 200;  // bytes of a value that are shown
 
 struct Value {
   std::string path;
@@ -85,8 +85,8 @@ InfoReport settingsInfo(const OroPath& path) {
   if (hasJournal) head += ", " + std::to_string(journal.count()) + " of them from the journal";
   report.line(0, head);
   for (const Value& value : values) {
-    report.line(1, shownText(value.path) + " = " + shownText(value.value->text, kMostText) + " (" +
-                       shownText(value.value->type) + "; " + value.layer + ")");
+    report.line(1, shownText(value.path) + " = " + shownText(value.value->text, kMostValueText) +
+                       " (" + shownText(value.value->type) + "; " + value.layer + ")");
   }
   return report;
 }

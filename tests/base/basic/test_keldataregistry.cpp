@@ -383,10 +383,10 @@ TEST_P(DataRegistry, CustomStoreKeepsItsSettingsThere) {
   EXPECT_EQ(next->GetInt("Mine/x", nullptr), 7);
 }
 
-class NoItem : public IKelDataFilter {
+class NothingWritten : public IKelDataFilter {
  public:
   static constexpr const char* className() { return "NoItem"; }
-  using Offers = OroOffers<NoItem, IKelDataFilter>;
+  using Offers = OroOffers<NothingWritten, IKelDataFilter>;
   void queryInterface(const char* name, void* out) override { Offers::query(*this, name, out); }
   const char* getClassName() const override { return className(); }
   bool Accept(IKelDataItem*) override { return false; }
@@ -400,7 +400,7 @@ class DataRegistryVisitor : public DataRegistryBase {
 TEST_F(DataRegistryVisitor, FilterPicksTheItems) {
   store->CreateInt("x", 1, 0, 9, 1);
   const IPtr<IKelDataVisitor> writer(new KelDataRegistry(IKelDataVisitor::kWriting));
-  writer->SetFilter(IPtr<IKelDataFilter>(new NoItem).get());
+  writer->SetFilter(IPtr<IKelDataFilter>(new NothingWritten).get());
   EXPECT_TRUE(store->Accept(writer.get()));
   EXPECT_EQ(stored(u"", u"x"), "none");
 }

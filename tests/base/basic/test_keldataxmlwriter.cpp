@@ -11,7 +11,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr const char* kJournal = "user/velmora.iniml.changes";
+constexpr const char* kJournalFile = "user/velmora.iniml.changes";
 
 // A store with the default writer.
 class SettingsWriter : public tests::SettingsWorld {
@@ -23,10 +23,10 @@ class SettingsWriter : public tests::SettingsWorld {
   void makeInt(const char* path, int32_t value = 0, uint32_t flags = kSaved) {
     ASSERT_TRUE(store.CreateInt(path, value, INT32_MIN, INT32_MAX, flags));
   }
-  std::string journal() const { return read(kJournal); }
+  std::string journal() const { return read(kJournalFile); }
   // The line of a wide text "w" set to this.
   std::string lineOf(const OroString& text) {
-    std::filesystem::remove(file(kJournal));
+    std::filesystem::remove(file(kJournalFile));
     store.CreateOroString("w", 1000, OroString(), kSaved);
     store.SetOroString(nullptr, "w", text);
     return journal();
@@ -208,10 +208,10 @@ TEST_F(SettingsWriter, MakesNoMoreThanOneDirectory) {
 
 TEST_F(SettingsWriter, LosesAChangeWhoseJournalDoesNotOpen) {
   makeInt("c");
-  std::filesystem::create_directory(file(kJournal));
+  std::filesystem::create_directory(file(kJournalFile));
   store.SetInt(nullptr, "c", 5);
   EXPECT_TRUE(differs("c"));
-  std::filesystem::remove(file(kJournal));
+  std::filesystem::remove(file(kJournalFile));
   EXPECT_TRUE(store.CommitWriter());
   EXPECT_EQ(read("user/velmora.iniml"),
             "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<OroDataStore />\n");
@@ -223,14 +223,14 @@ TEST_F(SettingsWriter, BeginsWithoutAStreamWhenThereIsNowhereToWriteTo) {
   EXPECT_TRUE(store.SetInt(nullptr, "c", 5));
   EXPECT_TRUE(store.AcceptPath(store.GetWriter(), "c"));
   EXPECT_FALSE(differs("c")) << "the file's layer follows";
-  EXPECT_FALSE(exists(kJournal));
+  EXPECT_FALSE(exists(kJournalFile));
   EXPECT_FALSE(store.CommitWriter());
 }
 
 TEST_F(SettingsWriter, HoldsTheFileOpenDuringAWalkAlone) {
   makeInt("c");
   store.SetInt(nullptr, "c", 5);
-  std::filesystem::rename(file(kJournal), file("moved"));
+  std::filesystem::rename(file(kJournalFile), file("moved"));
   store.SetInt(nullptr, "c", 6);
   EXPECT_EQ(read("moved"), valueLine("c", 5));
   EXPECT_EQ(journal(), valueLine("c", 6));
@@ -248,7 +248,7 @@ TEST_F(SettingsWriter, LeavesNothingOfALineThatDoesNotFit) {
   makeInt("c");
   makeInt("d");
   for (size_t taken = 0; taken < valueLine("c", 7).size(); ++taken) {
-    std::filesystem::remove(file(kJournal));
+    std::filesystem::remove(file(kJournalFile));
     store.SetInt(nullptr, "c", 5);
     {
       tests::TestDisk disk;
@@ -272,7 +272,7 @@ TEST_F(SettingsWriter, SavesWithTheCommitWhatTheJournalDidNotTake) {
   EXPECT_TRUE(store.CommitWriter());
   EXPECT_EQ(read("user/velmora.iniml"),
             document("\t" + valueLine("c", 5) + "\t" + valueLine("x", 1)));
-  EXPECT_FALSE(exists(kJournal));
+  EXPECT_FALSE(exists(kJournalFile));
 }
 
 TEST_F(SettingsWriter, OfADocumentOfItsOwnWritesAllSavedItems) {

@@ -14,13 +14,13 @@ std::vector<std::string> sorted(std::vector<std::string> texts) {
   return texts;
 }
 
-struct Pair {
+struct OrderedPair {
   const char* lower;
   const char* higher;
 };
 
 TEST(NaturalOrder, PutsOneBeforeTheOther) {
-  const Pair pairs[] = {
+  const OrderedPair pairs[] = {
       {nullptr, ""},         {"", "a"},       {"a", "ab"},
       {"Item 9", "Item 10"}, {"a", "B"},      {"B", "c"},
       {"item2", "item10"},   {"a01", "a2"},   {"a2", "a010"},

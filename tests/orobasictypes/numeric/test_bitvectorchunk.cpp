@@ -20,6 +20,7 @@ using testing::ElementsAre;
 using testing::ElementsAreArray;
 using testing::IsEmpty;
 using tests::bitsOf;
+using tests::EndlessInput;
 using tests::MemoryInput;
 using tests::MemoryOutput;
 using tests::setBits;
@@ -241,12 +242,6 @@ TEST_F(BitChunk, ThatCannotBeIsRefusedBeforeItTakesMemory) {
   }
   EXPECT_EQ(memory_.manager->living(), 0);
 }
-
-// An input that does not know its size.
-class EndlessInput : public MemoryInput {
- public:
-  explicit EndlessInput(const std::string& bytes) : MemoryInput(bytes) { SetSize(0); }
-};
 
 TEST_F(BitChunk, ThatEndsEarlyIsFalse) {
   BitVector wide(3199);

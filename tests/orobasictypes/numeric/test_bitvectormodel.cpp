@@ -18,8 +18,8 @@ namespace {
 
 using tests::BitModel;
 
-struct Pair {
-  Pair(int32_t maximum, bool hasManager) : real(maximum), model(maximum, hasManager) {}
+struct BitPair {
+  BitPair(int32_t maximum, bool hasManager) : real(maximum), model(maximum, hasManager) {}
 
   BitVector real;
   BitModel model;
@@ -33,7 +33,7 @@ class Walk {
 
   void run(int steps) {
     for (int step = 0; step < steps; ++step) {
-      Pair& pair = pairs_[draw(3)];
+      BitPair& pair = pairs_[draw(3)];
       const uint32_t choice = draw(100000);
       if (choice < 25) {
         change(pair, pairs_[draw(3)]);
@@ -46,23 +46,23 @@ class Walk {
       }
       if (testing::Test::HasFatalFailure()) FAIL() << "step " << step;
     }
-    for (Pair& pair : pairs_) EXPECT_TRUE(tests::agree(pair.real, pair.model));
+    for (BitPair& pair : pairs_) EXPECT_TRUE(tests::agree(pair.real, pair.model));
   }
 
  private:
   uint32_t draw(uint32_t limit) { return static_cast<uint32_t>(random_() % limit); }
   // Now and then a bit that there is no room for.
-  int32_t someBit(const Pair& pair) {
+  int32_t someBit(const BitPair& pair) {
     const auto room = static_cast<uint32_t>(pair.model.maximum()) + 1;
     return static_cast<int32_t>(draw(draw(5000) == 0 ? room + room / 2 : room));
   }
-  static void both(Pair& pair, int32_t maximum) {
+  static void both(BitPair& pair, int32_t maximum) {
     pair.real.Resize(maximum);
     pair.model.resize(maximum);
   }
 
   // Single bits.
-  void touch(Pair& pair, uint32_t choice) {
+  void touch(BitPair& pair, uint32_t choice) {
     const int32_t b = someBit(pair);
     if (choice < 45000) {
       pair.real.Set(b);
@@ -81,14 +81,14 @@ class Walk {
     }
   }
   // That `found` is what is met first from b on, in one direction.
-  static void expectFirst(const Pair& pair, int32_t b, int32_t found, int step, bool value) {
+  static void expectFirst(const BitPair& pair, int32_t b, int32_t found, int step, bool value) {
     int32_t at = b + step;
     while (at >= 0 && at <= pair.model.maximum() && pair.model.test(at) != value) at += step;
     const bool isInside = at >= 0 && at <= pair.model.maximum();
     ASSERT_EQ(found, isInside ? at : -1) << "from " << b << " by " << step;
   }
 
-  void ask(Pair& pair) {
+  void ask(BitPair& pair) {
     const int32_t b = someBit(pair);
     const std::vector<char>& bits = pair.model.bits;
     const auto end = bits.begin() + std::min<int64_t>(b, pair.model.maximum());
@@ -111,7 +111,7 @@ class Walk {
   }
 
   // Whole vectors. The other may be the same one.
-  void change(Pair& pair, Pair& other) {
+  void change(BitPair& pair, BitPair& other) {
     BitModel& model = pair.model;
     const auto n = static_cast<int32_t>(draw(static_cast<uint32_t>(model.maximum()) + 1000));
     switch (draw(20)) {
@@ -198,11 +198,11 @@ class Walk {
     for (int64_t b = 0; b <= model.maximum(); ++b) bits[b] = change(b, bits[b] != 0) ? 1 : 0;
   }
   // What the real one does on its own.
-  static void grow(Pair& pair, const Pair& other) {
+  static void grow(BitPair& pair, const BitPair& other) {
     const int64_t last = other.model.lastUsedWord();
     if (last >= pair.model.words()) pair.model.resize(last * 32 + 31);
   }
-  static void copyValues(Pair& pair, const Pair& other) {
+  static void copyValues(BitPair& pair, const BitPair& other) {
     const bool isEmpty = other.real.KnownCount() == 0;
     pair.real.CopyValues(other.real);
     if (&pair == &other) return;
@@ -215,21 +215,21 @@ class Walk {
       forAll(pair.model, [&](int64_t b, bool) { return other.model.test(b); });
     }
   }
-  void changeRange(Pair& pair, int32_t n) {
+  void changeRange(BitPair& pair, int32_t n) {
     const bool set = draw(2) == 0;
     const int32_t to = n + static_cast<int32_t>(draw(5000)) - 100;
     const bool done = set ? pair.real.SetRange(n, to) : pair.real.ClearRange(n, to);
     ASSERT_EQ(done, n <= pair.model.maximum());
     forAll(pair.model, [&](int64_t b, bool bit) { return b >= n && b <= to ? set : bit; });
   }
-  static void shift(Pair& pair, int32_t n) {
+  static void shift(BitPair& pair, int32_t n) {
     pair.real.Shift(n);
     if (n == 0) return;
     pair.model.resize(int64_t{pair.model.maximum()} + n);
     const BitModel old = pair.model;
     forAll(pair.model, [&](int64_t b, bool) { return old.test(b - n); });
   }
-  static void compact(Pair& pair, const Pair& mask) {
+  static void compact(BitPair& pair, const BitPair& mask) {
     pair.real.Compact(mask.real);
     int64_t place = 0;
     for (int64_t b = 0; b <= mask.model.maximum(); ++b) {
@@ -238,7 +238,7 @@ class Walk {
     for (int64_t b = place + 1; b <= pair.model.maximum(); ++b) pair.model.clear(b);
     pair.model.resize(place);
   }
-  static void removeMasked(Pair& pair, const Pair& mask) {
+  static void removeMasked(BitPair& pair, const BitPair& mask) {
     pair.real.RemoveMasked(mask.real);
     int64_t place = 0;
     for (int64_t b = 0; b <= pair.model.maximum(); ++b) {
@@ -250,7 +250,7 @@ class Walk {
       pair.model.clear(b);
     }
   }
-  static void keepEvenly(Pair& pair, int32_t n) {
+  static void keepEvenly(BitPair& pair, int32_t n) {
     pair.real.KeepEvenly(n);
     const int64_t count = pair.model.count();
     if (count <= n) return;
@@ -264,11 +264,11 @@ class Walk {
     });
     ASSERT_EQ(pair.real.KnownCount(), n);
   }
-  static void swapKinds(Pair& pair, Pair& other) {
+  static void swapKinds(BitPair& pair, BitPair& other) {
     if (&pair != &other) pair.model.swapKind(other.model);
     ASSERT_TRUE(tests::agree(other.real, other.model));
   }
-  static void compare(const Pair& pair, const Pair& other) {
+  static void compare(const BitPair& pair, const BitPair& other) {
     bool isEqual = true;
     bool isDisjoint = true;
     for (int64_t b = 0; b <= std::max(pair.model.maximum(), other.model.maximum()); ++b) {
@@ -280,7 +280,7 @@ class Walk {
   }
 
   std::mt19937 random_;
-  std::vector<Pair> pairs_;
+  std::vector<BitPair> pairs_;
 };
 
 class BitsBesideTheModel : public testing::TestWithParam<int> {

@@ -14,7 +14,7 @@ namespace {
 
 using testing::ElementsAre;
 
-std::string bytesOf(const std::vector<int32_t>& values) {
+std::string bytesOfNumbers(const std::vector<int32_t>& values) {
   tests::MemoryOutput output;
   output.Write(values.data(), static_cast<int64_t>(values.size()));
   output.FlushBuffer();
@@ -27,12 +27,6 @@ std::string saved(const OroCountedBlockArray& array) {
   output.FlushBuffer();
   return output.bytes;
 }
-
-// An input that does not know its size.
-class EndlessInput : public tests::MemoryInput {
- public:
-  explicit EndlessInput(const std::string& bytes) : MemoryInput(bytes) { SetSize(0); }
-};
 
 TEST(OroCountedBlockArray, HasItsCountBehindTheRest) {
   static_assert(sizeof(OroCountedBlockArray) == sizeof(OroBlockArray) + 8);
@@ -66,14 +60,14 @@ TEST(OroCountedBlockArray, WritesZerosBeyondItsSize) {
   array.Set(0, 9);
   array.Set(1, 5);
   array.SetCount(3);
-  EXPECT_EQ(saved(array), bytesOf({3, 5, 0, 0}));
+  EXPECT_EQ(saved(array), bytesOfNumbers({3, 5, 0, 0}));
   OroCountedBlockArray none;
   none.SetCount(2);
-  EXPECT_EQ(saved(none), bytesOf({2, 0, 0}));
+  EXPECT_EQ(saved(none), bytesOfNumbers({2, 0, 0}));
 }
 
 TEST(OroCountedBlockArray, IsReadWithTwoElementsToSpare) {
-  tests::MemoryInput input(bytesOf({3, 7, -2, 9, 77}));
+  tests::MemoryInput input(bytesOfNumbers({3, 7, -2, 9, 77}));
   OroCountedBlockArray array(100);
   array.Set(4, 5);
   array.SetCount(50);
@@ -93,7 +87,7 @@ TEST(OroCountedBlockArray, ReadsWhatItWrote) {
     OroCountedBlockArray array;
     for (int32_t i = 0; i < count; ++i) array.Add(static_cast<int32_t>(random()));
     const std::string bytes = saved(array);
-    EndlessInput endless(bytes);
+    tests::EndlessInput endless(bytes);
     tests::MemoryInput measured(bytes);
     for (tests::MemoryInput* input : {static_cast<tests::MemoryInput*>(&endless), &measured}) {
       OroCountedBlockArray copy;
@@ -124,7 +118,7 @@ TEST(OroCountedBlockArray, KeepsElementZeroWhenItIsRead) {
 
 TEST(OroCountedBlockArray, RefusesACountThatCannotBe) {
   for (const int32_t count : {-1, INT32_MIN, INT32_MAX, 4}) {
-    tests::MemoryInput input(bytesOf({count, 1, 2, 3}));
+    tests::MemoryInput input(bytesOfNumbers({count, 1, 2, 3}));
     OroCountedBlockArray array;
     array.Add(5);
     EXPECT_FALSE(array.Read(input)) << count;
@@ -137,7 +131,7 @@ TEST(OroCountedBlockArray, RefusesACountThatCannotBe) {
 }
 
 TEST(OroCountedBlockArray, TakesNoPromiseOfAnEndlessInput) {
-  EndlessInput input(bytesOf({INT32_MAX - 2, 1, 2, 3}));
+  tests::EndlessInput input(bytesOfNumbers({INT32_MAX - 2, 1, 2, 3}));
   OroCountedBlockArray array;
   EXPECT_FALSE(array.Read(input));
   EXPECT_EQ(array.Count(), 0);
@@ -145,7 +139,7 @@ TEST(OroCountedBlockArray, TakesNoPromiseOfAnEndlessInput) {
 }
 
 TEST(OroCountedBlockArray, TellsABadMedium) {
-  tests::MemoryInput input(bytesOf({1, 5}));
+  tests::MemoryInput input(bytesOfNumbers({1, 5}));
   input.good = false;
   OroCountedBlockArray array;
   EXPECT_FALSE(array.Read(input));

@@ -15,14 +15,15 @@
 #include <gtest/gtest.h>
 
 #include "tests/orobasictypes/memorymedia.h"
+#include "tests/orobasictypes/numeric/notfinite.h"
 
 namespace {
 
 using testing::ElementsAre;
 using testing::ElementsAreArray;
 
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-constexpr double infinity = std::numeric_limits<double>::infinity();
+using tests::infinity;
+using tests::nan;
 constexpr double pi = std::numbers::pi;
 
 OroMatrix fromRows(const double (&rows)[16]) {

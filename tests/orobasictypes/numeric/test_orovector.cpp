@@ -1,7 +1,6 @@
 #include "orobasictypes/orovector.h"
 
 #include <cmath>
-#include <limits>
 #include <sstream>
 #include <string>
 
@@ -9,10 +8,11 @@
 #include <gtest/gtest.h>
 
 #include "tests/orobasictypes/memorymedia.h"
+#include "tests/orobasictypes/numeric/notfinite.h"
 
 namespace {
 
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+using tests::nan;
 
 void expectNear(const OroVector& v, double x, double y, double z) {
   EXPECT_NEAR(v.x, x, 1e-15);

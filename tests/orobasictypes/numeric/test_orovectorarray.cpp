@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
-#include <limits>
 #include <random>
 #include <string>
 #include <vector>
@@ -19,6 +18,7 @@
 #include "orobasictypes/oropath.h"
 #include "tests/orobasictypes/memorymedia.h"
 #include "tests/orobasictypes/numeric/bitmodel.h"
+#include "tests/orobasictypes/numeric/notfinite.h"
 #include "tests/orobasictypes/numeric/plainpoints.h"
 #include "tests/support/assertionlist.h"
 #include "tests/support/countingmanager.h"
@@ -36,7 +36,7 @@ using tests::setBits;
 
 using Points = std::vector<OroVector>;
 
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+using tests::nan;
 
 class VectorArrayTest : public testing::Test {
  protected:

@@ -103,15 +103,17 @@ class PointModel {
   int32_t count = 0;
 };
 
-bool isSame(const OroVector& a, const OroVector& b) { return std::memcmp(&a, &b, sizeof a) == 0; }
+bool isSameBytes(const OroVector& a, const OroVector& b) {
+  return std::memcmp(&a, &b, sizeof a) == 0;
+}
 
-class Pair {
+class ArrayPair {
  public:
   void expectSame() const {
     ASSERT_EQ(real->GetCount(), model.count);
     ASSERT_EQ(real->GetCapacity(), model.size());
     for (int32_t i = 0; i < model.size(); ++i) {
-      ASSERT_TRUE(isSame(real->GetVector(i), model.get(i))) << i;
+      ASSERT_TRUE(isSameBytes(real->GetVector(i), model.get(i))) << i;
     }
     for (size_t block = 0; block < model.blocks.size(); ++block) {
       ASSERT_EQ(real->Blocks()->Block(static_cast<int32_t>(block)) != nullptr, model.blocks[block]);
@@ -122,13 +124,13 @@ class Pair {
   PointModel model;
 };
 
-class Walk {
+class ArrayWalk {
  public:
-  explicit Walk(const tests::CountingManager& manager) : manager_(manager) {}
+  explicit ArrayWalk(const tests::CountingManager& manager) : manager_(manager) {}
 
   void run(int steps) {
     for (int step = 0; step < steps; ++step) {
-      Pair& pair = pairs_[draw(2)];
+      ArrayPair& pair = pairs_[draw(2)];
       const uint32_t choice = draw(10000);
       if (choice < 10) {
         changeAll(pair);
@@ -142,7 +144,7 @@ class Walk {
       if (pair.model.size() > 6000) clear(pair);
       if (testing::Test::HasFatalFailure()) FAIL() << "step " << step;
     }
-    for (const Pair& pair : pairs_) pair.expectSame();
+    for (const ArrayPair& pair : pairs_) pair.expectSame();
   }
 
  private:
@@ -152,17 +154,17 @@ class Walk {
     if (draw(4) == 0) return draw(50) == 0 ? OroVector(0, -0.0, 0) : OroVector();
     return {drawValue(), drawValue(), drawValue()};
   }
-  int32_t drawIndex(const Pair& pair) {
+  int32_t drawIndex(const ArrayPair& pair) {
     return static_cast<int32_t>(draw(static_cast<uint32_t>(pair.model.count) + 2));
   }
-  static void clear(Pair& pair) {
+  static void clear(ArrayPair& pair) {
     pair.real->ClearAll();
     pair.model.count = 0;
     pair.model.resize(0);
   }
 
   // Single points.
-  void touch(Pair& pair, uint32_t choice) {
+  void touch(ArrayPair& pair, uint32_t choice) {
     const OroVector point = drawPoint();
     const int32_t i = drawIndex(pair);
     if (choice < 2500) {
@@ -178,7 +180,7 @@ class Walk {
     } else if (choice < 9000) {
       OroVector found;
       ASSERT_EQ(pair.real->GetChecked(i, found), i >= 1 && i <= pair.model.count);
-      ASSERT_TRUE(isSame(pair.real->GetVector(i), pair.model.get(i)));
+      ASSERT_TRUE(isSameBytes(pair.real->GetVector(i), pair.model.get(i)));
     } else if (choice < 9900) {
       const int32_t gone = std::min(static_cast<int32_t>(draw(5)), pair.model.count);
       pair.real->RemoveLast(static_cast<int32_t>(gone));
@@ -192,7 +194,7 @@ class Walk {
   }
 
   // What moves many points, or all room.
-  void move(Pair& pair) {
+  void move(ArrayPair& pair) {
     const int32_t i = drawIndex(pair);
     switch (draw(7)) {
       case 0:
@@ -220,7 +222,7 @@ class Walk {
     }
   }
 
-  void changeAll(Pair& pair) {
+  void changeAll(ArrayPair& pair) {
     switch (draw(8)) {
       case 0:
         pair.real->Reverse();
@@ -238,21 +240,21 @@ class Walk {
       case 6:
         return save(pair);
       default: {
-        Pair& other = pairs_[&pair == &pairs_[0] ? 1 : 0];
+        ArrayPair& other = pairs_[&pair == &pairs_[0] ? 1 : 0];
         pair.real->Swap(*other.real);
         std::swap(pair.model, other.model);
       }
     }
   }
 
-  void transform(Pair& pair) {
+  void transform(ArrayPair& pair) {
     OroMatrix matrix;
     for (int i = 0; i < 12; ++i) matrix.m[i] = draw(3) == 0 ? 0 : 0.25 * draw(5) - 0.5;
     if (draw(2) == 0) matrix.SetTranslation(OroVector());
     pair.real->Transform(matrix);
     pair.model.transform(matrix);
   }
-  void compress(Pair& pair) {
+  void compress(ArrayPair& pair) {
     BitVector mask;
     std::vector<bool> plain(static_cast<size_t>(pair.model.count) + 1);
     const uint32_t rarity = 1 + draw(10);
@@ -266,7 +268,7 @@ class Walk {
     pair.model.compress(plain);
   }
   // Into the right order, whichever it is among equal points.
-  void sort(Pair& pair) {
+  void sort(ArrayPair& pair) {
     OroMM::IntArray index;
     pair.real->Sort(false, &index, nullptr);
     std::vector<bool> met(static_cast<size_t>(pair.model.count) + 1);
@@ -280,7 +282,7 @@ class Walk {
       ASSERT_LE(RealPArray::Compare(pair.model.get(i - 1), pair.model.get(i)), 0);
     }
   }
-  void look(Pair& pair) {
+  void look(ArrayPair& pair) {
     OroVector min(1e42, 1e42, 1e42);
     OroVector max(-1e42, -1e42, -1e42);
     double most = 1e-16;
@@ -298,14 +300,14 @@ class Walk {
     ASSERT_EQ(high, max);
     ASSERT_EQ(pair.real->AbsoluteMaximum(), most);
   }
-  void copy(Pair& pair) {
+  void copy(ArrayPair& pair) {
     pair.real = new OroVectorArray(*pair.real);
     if (draw(2) == 0) return;
     const IPtr<OroVectorArray> other(new OroVectorArray);
     other->Assign(*pair.real);
     ASSERT_TRUE(*other == *pair.real);
   }
-  void save(Pair& pair) {
+  void save(ArrayPair& pair) {
     tests::MemoryOutput output;
     ASSERT_TRUE(pair.real->Write(output) && output.FlushBuffer());
     for (int32_t i = 1; i <= pair.model.count; ++i) pair.model.store(i, pair.model.get(i), true);
@@ -317,7 +319,7 @@ class Walk {
 
   std::mt19937_64 random_{23};
   const tests::CountingManager& manager_;
-  Pair pairs_[2];
+  ArrayPair pairs_[2];
 };
 
 class PointSteps : public testing::TestWithParam<KelProcessorLevel> {
@@ -331,7 +333,7 @@ TEST_P(PointSteps, GiveWhatTheModelGives) {
   testaccess::limitProcessorLevel(GetParam());
   const tests::ManagedMemory memory;
   memory.manager->logs = false;
-  Walk(*memory.manager).run(1000000);
+  ArrayWalk(*memory.manager).run(1000000);
   EXPECT_EQ(memory.manager->living(), 0);
 }
 

@@ -2,7 +2,6 @@
 
 #include <cmath>
 #include <cstring>
-#include <limits>
 #include <random>
 #include <vector>
 
@@ -10,11 +9,12 @@
 
 #include "orobasictypes/oromatrix.h"
 #include "orobasictypes/testaccess.h"
+#include "tests/orobasictypes/numeric/notfinite.h"
 
 namespace {
 
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-constexpr double infinity = std::numeric_limits<double>::infinity();
+using tests::infinity;
+using tests::nan;
 
 using Points = std::vector<OroVector>;
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
-#include <limits>
 #include <random>
 #include <string>
 #include <vector>
@@ -19,6 +18,7 @@
 #include "orobasictypes/vertexarrayrpa.h"
 #include "tests/orobasictypes/memorymedia.h"
 #include "tests/orobasictypes/numeric/bitmodel.h"
+#include "tests/orobasictypes/numeric/notfinite.h"
 #include "tests/orobasictypes/numeric/plainpoints.h"
 #include "tests/support/assertionlist.h"
 #include "tests/support/countingmanager.h"
@@ -31,6 +31,7 @@ using OroMM::IntArray;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using tests::bitsOf;
+using tests::EndlessInput;
 using tests::FakeExtraInfo;
 using tests::MemoryInput;
 using tests::MemoryOutput;
@@ -40,8 +41,8 @@ using tests::setBits;
 using Points = std::vector<OroVector>;
 using Color = FakeExtraInfo::Color;
 
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-constexpr double infinity = std::numeric_limits<double>::infinity();
+using tests::infinity;
+using tests::nan;
 
 class PointArray : public testing::Test {
  protected:
@@ -907,7 +908,7 @@ TEST_F(PointArray, IsSortedInTheSameStepsWhereTheHeapHasNoRoom) {
 
 // ---------------------------------------------------------------------------------------------
 
-std::string bytesOf(const std::vector<uint32_t>& words) {
+std::string bytesOfWords(const std::vector<uint32_t>& words) {
   std::string bytes;
   for (const uint32_t word : words) {
     for (int shift = 24; shift >= 0; shift -= 8) bytes += static_cast<char>(word >> shift & 0xFF);
@@ -934,28 +935,28 @@ constexpr uint32_t one = 0x3F800000;
 constexpr uint32_t half = 0x3F000000;
 
 TEST_F(ColorChunk, IsFlagsAloneWithoutColours) {
-  EXPECT_EQ(written(*points_, 2), bytesOf({0}));
+  EXPECT_EQ(written(*points_, 2), bytesOfWords({0}));
   points_->SetPackedColors(true);
-  EXPECT_EQ(written(*points_, 2), bytesOf({0})) << "packed needs an extra info";
+  EXPECT_EQ(written(*points_, 2), bytesOfWords({0})) << "packed needs an extra info";
   FakeExtraInfo& info = addColors(*points_, {{}, {1, 0, 0}});
   info.hasColors = false;
-  EXPECT_EQ(written(*points_, 2), bytesOf({2}));
+  EXPECT_EQ(written(*points_, 2), bytesOfWords({2}));
 }
 
 TEST_F(ColorChunk, HoldsFloatsFromPlaceZero) {
   addColors(*points_, {{0, 0, 0}, {1, 0.5, 0}, {0, 0, 1}});
-  EXPECT_EQ(written(*points_, 2), bytesOf({1, 3, 0, 0, 0, one, half, 0, 0, 0, one}));
+  EXPECT_EQ(written(*points_, 2), bytesOfWords({1, 3, 0, 0, 0, one, half, 0, 0, 0, one}));
   EXPECT_EQ(written(*points_, 99), written(*points_, 2)) << "as many as there are";
-  EXPECT_EQ(written(*points_, 0), bytesOf({1, 1, 0, 0, 0}));
-  EXPECT_EQ(written(*points_, -5), bytesOf({1, 0}));
+  EXPECT_EQ(written(*points_, 0), bytesOfWords({1, 1, 0, 0, 0}));
+  EXPECT_EQ(written(*points_, -5), bytesOfWords({1, 0}));
 }
 
 TEST_F(ColorChunk, LeavesOutWhatTheMaskHas) {
   addColors(*points_, {{0, 0, 0}, {1, 0.5, 0}, {0, 0, 1}});
   BitVector skip = bitsOf({0, 2, 50});
-  EXPECT_EQ(written(*points_, 2, &skip), bytesOf({1, 1, one, half, 0}));
+  EXPECT_EQ(written(*points_, 2, &skip), bytesOfWords({1, 1, one, half, 0}));
   skip = bitsOf({1});
-  EXPECT_EQ(written(*points_, 2, &skip), bytesOf({1, 2, 0, 0, 0, 0, 0, one}));
+  EXPECT_EQ(written(*points_, 2, &skip), bytesOfWords({1, 2, 0, 0, 0, 0, 0, one}));
   const BitVector nothing;
   EXPECT_EQ(written(*points_, 2, &nothing), written(*points_, 2));
 }
@@ -964,19 +965,19 @@ TEST_F(ColorChunk, HoldsPackedColours) {
   FakeExtraInfo& info = addColors(*points_, {{}, {}, {}});
   info.packed = {1, 0xFF0000FF, 0x12345678};
   points_->SetPackedColors(true);
-  EXPECT_EQ(written(*points_, 2), bytesOf({3, 3, 1, 0xFF0000FF, 0x12345678}));
+  EXPECT_EQ(written(*points_, 2), bytesOfWords({3, 3, 1, 0xFF0000FF, 0x12345678}));
   EXPECT_THAT(info.take(), ElementsAre("GetPackedArray")) << "in one go";
   const BitVector nothing;
   written(*points_, 2, &nothing);
   EXPECT_THAT(info.take(), ElementsAre("GetPackedArray"));
   const BitVector skip = bitsOf({1});
-  EXPECT_EQ(written(*points_, 2, &skip), bytesOf({3, 2, 1, 0x12345678}));
+  EXPECT_EQ(written(*points_, 2, &skip), bytesOfWords({3, 2, 1, 0x12345678}));
   EXPECT_THAT(info.take(), ElementsAre("GetPackedColor 0", "GetPackedColor 2"));
 }
 
 TEST_F(ColorChunk, IsReadIntoColoursOfItsForm) {
   points_->SetPackedColors(true);
-  MemoryInput input(bytesOf({1, 3, 0, 0, 0, one, half, 0, 0, 0, one}));
+  MemoryInput input(bytesOfWords({1, 3, 0, 0, 0, one, half, 0, 0, 0, one}));
   EXPECT_EQ(points_->ReadColors(input), 1);
   ASSERT_NE(broker_.made, nullptr);
   EXPECT_THAT(broker_.made->take(), ElementsAre("SetCapacity 3", "SetColorF 0", "SetColorF 1",
@@ -988,7 +989,7 @@ TEST_F(ColorChunk, IsReadIntoColoursOfItsForm) {
 TEST_F(ColorChunk, IsReadInOneGoWhenItIsPacked) {
   FakeExtraInfo& info = addColors(*points_, {});
   info.packed.resize(3);
-  MemoryInput input(bytesOf({3, 3, 1, 0xFF0000FF, 0x12345678}));
+  MemoryInput input(bytesOfWords({3, 3, 1, 0xFF0000FF, 0x12345678}));
   EXPECT_EQ(points_->ReadColors(input), 1);
   EXPECT_THAT(info.packed, ElementsAre(1, 0xFF0000FF, 0x12345678));
   EXPECT_THAT(info.take(), ElementsAre("SetCapacity 3", "GetPackedArray", "SetCount 2"));
@@ -1001,7 +1002,7 @@ TEST_F(ColorChunk, HoldsFloatsOfNewColoursAfterPackedOnes) {
   EXPECT_TRUE(points_->SetHasColors(false));
   EXPECT_TRUE(points_->SetColor(1, 1, 0.5, 0));
   ASSERT_FALSE(points_->HasPackedColors());
-  EXPECT_EQ(written(*points_, 1), bytesOf({1, 2, 0, 0, 0, one, half, 0}));
+  EXPECT_EQ(written(*points_, 1), bytesOfWords({1, 2, 0, 0, 0, one, half, 0}));
 }
 
 TEST_F(ColorChunk, ThatIsDamagedLeavesTheFormOfTheColours) {
@@ -1010,7 +1011,7 @@ TEST_F(ColorChunk, ThatIsDamagedLeavesTheFormOfTheColours) {
     points_->SetPackedColors(packed);
     for (const std::vector<uint32_t>& words :
          {std::vector<uint32_t>{packed ? 1U : 3U}, {packed ? 1U : 3U, 0xFFFFFFFF}}) {
-      MemoryInput input(bytesOf(words));
+      MemoryInput input(bytesOfWords(words));
       EXPECT_EQ(points_->ReadColors(input), 0);
       EXPECT_EQ(points_->HasPackedColors(), packed);
     }
@@ -1020,7 +1021,7 @@ TEST_F(ColorChunk, ThatIsDamagedLeavesTheFormOfTheColours) {
 TEST_F(ColorChunk, WithoutColoursStillSettlesTheirNumber) {
   FakeExtraInfo& info = addColors(*points_, {{}, {}, {}, {}, {}});
   for (const uint32_t flags : {0U, 2U, 4U}) {
-    MemoryInput input(bytesOf({flags, 99}));
+    MemoryInput input(bytesOfWords({flags, 99}));
     info.colors.resize(5);
     info.take();
     EXPECT_EQ(points_->ReadColors(input), 1);
@@ -1028,52 +1029,46 @@ TEST_F(ColorChunk, WithoutColoursStillSettlesTheirNumber) {
     EXPECT_EQ(input.Tell(), 4) << "nothing more is read";
   }
   info.colors.resize(2);
-  MemoryInput input(bytesOf({0}));
+  MemoryInput input(bytesOfWords({0}));
   EXPECT_EQ(points_->ReadColors(input), 1);
   EXPECT_THAT(info.take(), IsEmpty()) << "the number is right";
 }
 
 TEST_F(ColorChunk, ThatIsDamagedIsNotRead) {
-  const std::string whole = bytesOf({1, 2, 0, 0, 0, one, one, one});
+  const std::string whole = bytesOfWords({1, 2, 0, 0, 0, one, one, one});
   for (size_t size = 0; size < whole.size(); ++size) {
     MemoryInput input(whole.substr(0, size));
     EXPECT_EQ(make({{1, 2, 3}})->ReadColors(input), 0) << size;
   }
   for (const uint32_t count : {0xFFFFFFFFU, 0x7FFFFFFFU, 3U}) {
     broker_.made = nullptr;
-    MemoryInput input(bytesOf({1, count, 0, 0, 0, one, one, one}));
+    MemoryInput input(bytesOfWords({1, count, 0, 0, 0, one, one, one}));
     const IPtr<PlainPoints> points = make({{1, 2, 3}});
     EXPECT_EQ(points->ReadColors(input), 0);
     EXPECT_THAT(broker_.made->take(), IsEmpty()) << "nothing of that size is made";
   }
 }
 
-// A medium that does not know its size.
-class EndlessInput : public MemoryInput {
- public:
-  explicit EndlessInput(const std::string& bytes) : MemoryInput(bytes) { SetSize(0); }
-};
-
 TEST_F(ColorChunk, OfAnUnknownMediumMakesRoomAsColoursCome) {
   std::vector<uint32_t> words = {1, 0x7FFFFFFF};
   words.resize(2 + 3 * 1500, half);
-  EndlessInput input(bytesOf(words));
+  EndlessInput input(bytesOfWords(words));
   EXPECT_EQ(points_->ReadColors(input), 0);
   const std::vector<std::string> log = broker_.made->take();
   EXPECT_EQ(log.front(), "SetCapacity 1024");
   EXPECT_EQ(log.back(), "SetCapacity 2048");
   words[1] = 1500;
-  EndlessInput good(bytesOf(words));
+  EndlessInput good(bytesOfWords(words));
   EXPECT_EQ(points_->ReadColors(good), 1);
 }
 
 TEST_F(ColorChunk, CannotBeReadWhereColoursCannotBeHad) {
   oroSetBroker(&memory_.broker);
-  MemoryInput input(bytesOf({1, 1, 0, 0, 0}));
+  MemoryInput input(bytesOfWords({1, 1, 0, 0, 0}));
   EXPECT_EQ(points_->ReadColors(input), 0);
-  MemoryInput none(bytesOf({0}));
+  MemoryInput none(bytesOfWords({0}));
   EXPECT_EQ(points_->ReadColors(none), 1);
-  MemoryInput failing(bytesOf({0}));
+  MemoryInput failing(bytesOfWords({0}));
   failing.good = false;
   EXPECT_EQ(points_->ReadColors(failing), 0);
 }

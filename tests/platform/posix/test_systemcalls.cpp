@@ -59,7 +59,7 @@ TEST_F(LinuxFolders, OfAllUsersAreFixed) {
   EXPECT_EQ(platform::knownFolderPath(KnownFolder::commonDocuments), u"\\usr\\local\\share");
 }
 
-void reportAndEnd(int) {
+void reportAndExit(int) {
   std::fprintf(stderr, "reported");
   std::fflush(stderr);
   platform::endProcessNow(7);
@@ -75,7 +75,7 @@ int exhaustStack(int depth) {
 TEST(LinuxCrashDeathTest, ExhaustedStackIsReported) {
   EXPECT_EXIT(
       {
-        platform::installCrashHandler(reportAndEnd);
+        platform::installCrashHandler(reportAndExit);
         exhaustStack(0);
       },
       testing::ExitedWithCode(7), "reported");
@@ -84,7 +84,7 @@ TEST(LinuxCrashDeathTest, ExhaustedStackIsReported) {
 TEST(LinuxCrashDeathTest, RemovedHandlerIsNotCalled) {
   EXPECT_EXIT(
       {
-        platform::installCrashHandler(reportAndEnd);
+        platform::installCrashHandler(reportAndExit);
         platform::removeCrashHandler();
         raise(SIGSEGV);
       },

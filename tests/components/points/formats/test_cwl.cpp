@@ -20,9 +20,9 @@ using tests::Cloud;
 using tests::Loaded;
 using tests::Saved;
 
-Loaded load(const std::string& bytes) { return tests::load<CwlReader>(bytes); }
+Loaded loadCwl(const std::string& bytes) { return tests::load<CwlReader>(bytes); }
 
-Saved save(const std::vector<Cloud>& clouds) { return tests::save<CwlWriter>(clouds); }
+Saved saveCwl(const std::vector<Cloud>& clouds) { return tests::save<CwlWriter>(clouds); }
 
 OroPath pathOf(const std::filesystem::path& path) {
   const std::u16string text = path.u16string();
@@ -55,7 +55,7 @@ TEST(Cwl, EverythingOfEveryCloudComesBack) {
   clouds.push_back(richCloud());
   clouds.back().selected.clear();
   for (int i = 1; i <= 5000; i += 2) clouds.back().selected.push_back(i);
-  const Saved saved = save(clouds);
+  const Saved saved = saveCwl(clouds);
   ASSERT_TRUE(saved.good);
   EXPECT_TRUE(saved.notes.empty());
   EXPECT_EQ(saved.progress, 10003);
@@ -69,7 +69,7 @@ TEST(Cwl, EverythingOfEveryCloudComesBack) {
 }
 
 TEST(Cwl, AnEmptyDocumentIsAFile) {
-  const Loaded loaded = load(save({}).bytes);
+  const Loaded loaded = loadCwl(saveCwl({}).bytes);
   ASSERT_TRUE(loaded.good) << loaded.told();
   EXPECT_TRUE(loaded.clouds.empty());
 }
@@ -78,14 +78,14 @@ TEST(Cwl, ExtremeCoordinatesComeBackToTheLastBit) {
   using Limits = std::numeric_limits<double>;
   Cloud cloud;
   cloud.xyz = {Limits::max(), -Limits::max(), Limits::min(), Limits::denorm_min(), -0.0, 0.1};
-  EXPECT_TRUE(load(save({cloud}).bytes).clouds[0].samePoints(cloud));
+  EXPECT_TRUE(loadCwl(saveCwl({cloud}).bytes).clouds[0].samePoints(cloud));
 }
 
 // What the system's own reader of model files finds in it.
 TEST(Cwl, IsAModelFileWithTheChunksOfTheContainers) {
   Cloud cloud = richCloud();
   tests::TempFolder folder;
-  const OroPath path = pathOf(folder.write("a.cwl", save({cloud}).bytes));
+  const OroPath path = pathOf(folder.write("a.cwl", saveCwl({cloud}).bytes));
   OroFileRead<> reader;
   ASSERT_TRUE(reader.Open(path) && reader.IsGood());
   int32_t value = 0;
@@ -144,10 +144,10 @@ TEST(Cwl, SelectionsAreTheChunksThatBitVectorsWrite) {
         vector.Set(i);
       }
       const std::string chunk = chunkOf(vector, folder);
-      const std::string bytes = save({cloud}).bytes;
+      const std::string bytes = saveCwl({cloud}).bytes;
       ASSERT_GT(bytes.size(), chunk.size());
       EXPECT_EQ(bytes.substr(bytes.size() - chunk.size()), chunk) << count << " " << every;
-      EXPECT_EQ(load(bytes).clouds[0].selected, cloud.selected);
+      EXPECT_EQ(loadCwl(bytes).clouds[0].selected, cloud.selected);
     }
   }
 }
@@ -182,7 +182,7 @@ TEST(Cwl, DocumentsOfOtherWritersAreRead) {
     writer.EndElement();
     ASSERT_TRUE(writer.Close());
   }
-  const Loaded loaded = load(folder.read("a.cwl"));
+  const Loaded loaded = loadCwl(folder.read("a.cwl"));
   ASSERT_TRUE(loaded.good) << loaded.told();
   ASSERT_EQ(loaded.clouds.size(), 1u);
   EXPECT_EQ(loaded.clouds[0].xyz, (std::vector<double>{1, 2, 3}));
@@ -194,7 +194,7 @@ TEST(Cwl, DocumentsOfOtherWritersAreRead) {
 }
 
 TEST(Cwl, BytesBehindTheLastPointAreSaid) {
-  EXPECT_EQ(tests::shown(load(save({tests::spreadCloud(3, true)}).bytes + "12345").notes),
+  EXPECT_EQ(tests::shown(loadCwl(saveCwl({tests::spreadCloud(3, true)}).bytes + "12345").notes),
             "The file F has 5 bytes behind its last point; they are passed over\n");
 }
 
@@ -218,7 +218,7 @@ constexpr size_t kPointsAt = kColorsAt + 32;
 constexpr size_t kSelectionAt = kPointsAt + 68;
 
 TEST(Cwl, DamageIsToldWithItsPlace) {
-  const std::string whole = save({smallCloud()}).bytes;
+  const std::string whole = saveCwl({smallCloud()}).bytes;
   ASSERT_EQ(whole.size(), kSelectionAt + 36);
   auto at = [](size_t place) { return "byte " + std::to_string(place) + ": "; };
   const struct {
@@ -270,7 +270,7 @@ TEST(Cwl, DamageIsToldWithItsPlace) {
   for (const auto& row : rows) {
     std::string damaged = whole;
     damaged.replace(row.place, row.bytes.size(), row.bytes);
-    EXPECT_EQ(load(damaged).told(), row.told) << row.place;
+    EXPECT_EQ(loadCwl(damaged).told(), row.told) << row.place;
   }
 }
 
@@ -278,22 +278,22 @@ TEST(Cwl, FilesThatAreCutAreRefused) {
   Cloud cloud = smallCloud();
   cloud.name = OroString("name");
   cloud.grid = PointGrid();
-  tests::expectCutsFail<CwlReader>(save({cloud, cloud}).bytes);
+  tests::expectCutsFail<CwlReader>(saveCwl({cloud, cloud}).bytes);
 }
 
 TEST(Cwl, SurvivesEveryDamageOfOneByte) {
   Cloud cloud = smallCloud();
   cloud.name = OroString("name");
   cloud.grid = PointGrid();
-  tests::expectDamageIsHarmless<CwlReader>(save({cloud}).bytes);
+  tests::expectDamageIsHarmless<CwlReader>(saveCwl({cloud}).bytes);
   cloud = tests::spreadCloud(1100, false);
   cloud.selected = {5, 7};  // as indices
-  const std::string bytes = save({cloud}).bytes;
+  const std::string bytes = saveCwl({cloud}).bytes;
   for (size_t at = bytes.size() - 40; at < bytes.size(); ++at) {
     for (int value = 0; value < 256; ++value) {
       std::string damaged = bytes;
       damaged[at] = static_cast<char>(value);
-      const Loaded loaded = load(damaged);
+      const Loaded loaded = loadCwl(damaged);
       EXPECT_EQ(loaded.good, loaded.told().empty()) << at << " " << value;
     }
   }

@@ -13,9 +13,9 @@ using tests::Cloud;
 using tests::Loaded;
 using tests::Saved;
 
-Loaded load(const std::string& bytes) { return tests::load<LasReader>(bytes); }
+Loaded loadLas(const std::string& bytes) { return tests::load<LasReader>(bytes); }
 
-Saved save(const std::vector<Cloud>& clouds) { return tests::save<LasWriter>(clouds); }
+Saved saveLas(const std::vector<Cloud>& clouds) { return tests::save<LasWriter>(clouds); }
 
 template <class T>
 void put(std::string& bytes, size_t at, T value) {
@@ -31,7 +31,7 @@ T take(const std::string& bytes, size_t at) {
 
 // Sizes and places as the makers of the format tell them.
 constexpr int kRecordSizes[] = {20, 28, 26, 34, 57, 63, 30, 36, 38};
-constexpr int kColorsAt[] = {-1, -1, 20, 28, -1, 28, -1, 30, 30};
+constexpr int kColorPlaces[] = {-1, -1, 20, 28, -1, 28, -1, 30, 30};
 constexpr size_t kHeaderSizes[] = {227, 227, 227, 235, 375};
 
 // A file of two points, (1, 2, 3) and (-1, 200, 70000) in steps of 0.01, with colours of 16 bits.
@@ -73,7 +73,7 @@ struct File {
     put(record, 4, y);
     put(record, 8, z);
     put(record, 14, static_cast<uint8_t>(returns));
-    const int at = kColorsAt[form];
+    const int at = kColorPlaces[form];
     for (int i = 0; i < 3 && at >= 0; ++i) {
       put(record, static_cast<size_t>(at + 2 * i), static_cast<uint16_t>(color * (i + 1)));
     }
@@ -87,14 +87,14 @@ TEST(Las, EveryVersionAndPointFormatIsRead) {
       File file;
       file.version = version;
       file.form = form;
-      const Loaded loaded = load(file.bytes());
+      const Loaded loaded = loadLas(file.bytes());
       ASSERT_TRUE(loaded.good) << version << form << loaded.told();
       const Cloud& cloud = loaded.clouds[0];
       EXPECT_EQ(cloud.xyz, (std::vector<double>{0.01, 0.02, 0.03, -0.01, 2, 700}));
       EXPECT_EQ(cloud.decimals, 2);
       ASSERT_TRUE(cloud.grid);
       EXPECT_EQ(cloud.grid->scale[2], 0.01);
-      if (kColorsAt[form] < 0) {
+      if (kColorPlaces[form] < 0) {
         EXPECT_TRUE(cloud.colors.empty()) << form;
       } else {
         EXPECT_EQ(cloud.colors, (std::vector<PointColor>{{0, 0, 0}, {0x11, 0x22, 0x33}})) << form;
@@ -108,7 +108,7 @@ TEST(Las, WhatStandsBetweenHeaderAndPointsIsPassedOver) {
   File file;
   file.between = std::string(300000, 'x');
   file.records = 3;
-  const Loaded loaded = load(file.bytes());
+  const Loaded loaded = loadLas(file.bytes());
   ASSERT_TRUE(loaded.good) << loaded.told();
   EXPECT_EQ(loaded.clouds[0].xyz[5], 700);
   EXPECT_EQ(tests::shown(loaded.notes),
@@ -122,7 +122,7 @@ TEST(Las, AttributesThatAFileReallyHasAreNamed) {
   file.extraBytes = 4;
   file.returns = 0x09;  // what a program writes that knows of no returns
   std::string bytes = file.bytes();
-  EXPECT_EQ(tests::shown(load(bytes).notes), "");
+  EXPECT_EQ(tests::shown(loadLas(bytes).notes), "");
   const size_t last = bytes.size() - 67;
   bytes[last + 12] = 1;
   bytes[last + 14] = 0x12;
@@ -133,7 +133,7 @@ TEST(Las, AttributesThatAFileReallyHasAreNamed) {
   bytes[last + 20] = 6;
   bytes[last + 34] = 7;
   bytes[last + 63] = 8;
-  EXPECT_EQ(tests::shown(load(bytes).notes),
+  EXPECT_EQ(tests::shown(loadLas(bytes).notes),
             "The file F holds data that is not kept: intensity, return number, classification, "
             "scan angle, user data, point source, GPS time, wave packet, extra bytes\n");
   File newer;
@@ -141,11 +141,11 @@ TEST(Las, AttributesThatAFileReallyHasAreNamed) {
   newer.form = 8;
   newer.returns = 0x11;
   bytes = newer.bytes();
-  EXPECT_EQ(tests::shown(load(bytes).notes), "");
+  EXPECT_EQ(tests::shown(loadLas(bytes).notes), "");
   const size_t point = bytes.size() - 38;
   for (const size_t at : {12, 15, 16, 17, 18, 20, 22, 36}) bytes[point + at] = 1;
   put<uint32_t>(bytes, 243, 2);
-  EXPECT_EQ(tests::shown(load(bytes + "late").notes),
+  EXPECT_EQ(tests::shown(loadLas(bytes + "late").notes),
             "The file F holds data that is not kept: intensity, flags, classification, user data, "
             "scan angle, point source, GPS time, near infrared, 2 records behind the points\n");
 }
@@ -158,16 +158,16 @@ TEST(Las, ChannelsThatStayBelow256AreBytes) {
   put<uint16_t>(bytes, last + 20, 200);
   put<uint16_t>(bytes, last + 22, 1);
   put<uint16_t>(bytes, last + 24, 255);
-  EXPECT_EQ(load(bytes).clouds[0].colors[1], (PointColor{200, 1, 255}));
+  EXPECT_EQ(loadLas(bytes).clouds[0].colors[1], (PointColor{200, 1, 255}));
   put<uint16_t>(bytes, last - 26 + 24, 256);  // one that does not
-  const Loaded wide = load(bytes);
+  const Loaded wide = loadLas(bytes);
   EXPECT_EQ(wide.clouds[0].colors, (std::vector<PointColor>{{0, 0, 1}, {0, 0, 0}}));
   EXPECT_EQ(tests::shown(wide.notes),
             "The file F has finer colours: 3 colour values were rounded to 256 steps\n");
 }
 
 TEST(Las, BytesBehindTheLastPointAreSaid) {
-  EXPECT_EQ(tests::shown(load(File().bytes() + "12345").notes),
+  EXPECT_EQ(tests::shown(loadLas(File().bytes() + "12345").notes),
             "The file F has 5 bytes behind its last point; they are passed over\n");
 }
 
@@ -175,7 +175,7 @@ TEST(Las, DecimalGridsGiveTheNumbersThatTextWouldGive) {
   File file;
   file.scale = 0.001;
   file.offset = 637000;
-  const Cloud cloud = load(file.bytes()).clouds[0];
+  const Cloud cloud = loadLas(file.bytes()).clouds[0];
   EXPECT_EQ(cloud.xyz, (std::vector<double>{637000.001, 637000.002, 637000.003, 636999.999,
                                             637000.2, 637070}));
   EXPECT_EQ(cloud.decimals, 3);
@@ -190,7 +190,7 @@ TEST(Las, OtherGridsGiveTheProduct) {
   File file;
   file.scale = 0.3;
   file.offset = 1.0 / 3;
-  const Cloud cloud = load(file.bytes()).clouds[0];
+  const Cloud cloud = loadLas(file.bytes()).clouds[0];
   EXPECT_EQ(cloud.xyz[1], 2 * 0.3 + 1.0 / 3);
   EXPECT_EQ(cloud.decimals, PointCloudHead::kShortest);
   const LasGrid grid(0.3, 1.0 / 3);
@@ -205,14 +205,14 @@ TEST(Las, AnUnchangedFileKeepsItsGridAndItsPoints) {
     file.form = 2;
     file.scale = scale;
     file.offset = 1000.5;
-    const Cloud cloud = load(file.bytes()).clouds[0];
-    const Saved saved = save({cloud});
+    const Cloud cloud = loadLas(file.bytes()).clouds[0];
+    const Saved saved = saveLas({cloud});
     ASSERT_TRUE(saved.good);
     EXPECT_TRUE(saved.notes.empty()) << tests::shown(saved.notes);
     EXPECT_EQ(take<double>(saved.bytes, 131), scale);
     EXPECT_EQ(take<double>(saved.bytes, 155), 1000.5);
     EXPECT_EQ(take<int32_t>(saved.bytes, 227 + 26 + 8), 70000);
-    const Loaded again = load(saved.bytes);
+    const Loaded again = loadLas(saved.bytes);
     EXPECT_TRUE(again.clouds[0].samePoints(cloud));
   }
 }
@@ -221,7 +221,7 @@ TEST(Las, TheBytesAreThoseOfTheFormat) {
   Cloud cloud;
   cloud.xyz = {1.5, -2, 3, 1.25, 7, 3};
   cloud.colors = {{255, 1, 0}, {2, 3, 4}};
-  const std::string bytes = save({cloud}).bytes;
+  const std::string bytes = saveLas({cloud}).bytes;
   ASSERT_EQ(bytes.size(), 227u + 2 * 26);
   EXPECT_EQ(bytes.substr(0, 4), "LASF");
   EXPECT_EQ(bytes.substr(24, 2), "\x01\x02");
@@ -240,19 +240,19 @@ TEST(Las, TheBytesAreThoseOfTheFormat) {
   EXPECT_EQ(take<uint16_t>(bytes, 227 + 20), 0xFFFF);
   EXPECT_EQ(take<uint16_t>(bytes, 227 + 22), 0x0101);
   cloud.colors.clear();
-  EXPECT_EQ(save({cloud}).bytes.size(), 227u + 2 * 20);
-  EXPECT_EQ(save({cloud}).bytes[104], 0);
+  EXPECT_EQ(saveLas({cloud}).bytes.size(), 227u + 2 * 20);
+  EXPECT_EQ(saveLas({cloud}).bytes[104], 0);
 }
 
 TEST(Las, EveryPointAndColourComesBack) {
   for (const int count : {0, 1, 1024, 5000}) {
     Cloud cloud = tests::spreadCloud(count, true);
     for (double& value : cloud.xyz) value = std::nearbyint(value * 1000) / 1000 + 0.0;
-    const Saved saved = save({cloud});
+    const Saved saved = saveLas({cloud});
     ASSERT_TRUE(saved.good);
     EXPECT_EQ(saved.progress, count);
     EXPECT_TRUE(saved.notes.empty()) << tests::shown(saved.notes);
-    const Loaded loaded = load(saved.bytes);
+    const Loaded loaded = loadLas(saved.bytes);
     ASSERT_TRUE(loaded.good) << loaded.told();
     EXPECT_TRUE(loaded.clouds[0].samePoints(cloud)) << count;
     EXPECT_EQ(tests::shown(loaded.notes), "");
@@ -262,38 +262,38 @@ TEST(Las, EveryPointAndColourComesBack) {
 TEST(Las, CoordinatesOnNoGridAreRoundedAsLittleAsFitsAndThatIsSaid) {
   Cloud cloud;
   cloud.xyz = {1.0 / 3, 100000 / 3.0, 0, 1, 2, 0};
-  const Saved saved = save({cloud});
+  const Saved saved = saveLas({cloud});
   ASSERT_TRUE(saved.good);
   EXPECT_EQ(take<double>(saved.bytes, 131), 1e-9);
   EXPECT_EQ(take<double>(saved.bytes, 139), 1e-5);
   EXPECT_EQ(tests::shown(saved.notes),
             "Coordinates were rounded to fit the file F: 2 of them, by up to 3.33e-06\n");
-  const Cloud again = load(saved.bytes).clouds[0];
+  const Cloud again = loadLas(saved.bytes).clouds[0];
   EXPECT_NEAR(again.xyz[1], cloud.xyz[1], 5e-6);
   EXPECT_NEAR(again.xyz[0], cloud.xyz[0], 5e-10);
 }
 
 TEST(Las, PointsThatMovedOffTheirGridGetAnother) {
-  Cloud cloud = load(File().bytes()).clouds[0];
+  Cloud cloud = loadLas(File().bytes()).clouds[0];
   cloud.xyz[0] += 0.005;
-  const Saved saved = save({cloud});
+  const Saved saved = saveLas({cloud});
   EXPECT_EQ(tests::shown(saved.notes), "");
   EXPECT_EQ(take<double>(saved.bytes, 131), 0.001);
   EXPECT_EQ(take<double>(saved.bytes, 139), 0.01);
-  EXPECT_TRUE(load(saved.bytes).clouds[0].samePoints(cloud));
+  EXPECT_TRUE(loadLas(saved.bytes).clouds[0].samePoints(cloud));
 }
 
 TEST(Las, HugeRangesAreRoundedAndInfiniteOnesRefused) {
   Cloud cloud;
   cloud.xyz = {-1e12, 0, 0, 1e12, 5, 1e300};
-  const Saved saved = save({cloud});
+  const Saved saved = saveLas({cloud});
   ASSERT_TRUE(saved.good);
-  const Cloud again = load(saved.bytes).clouds[0];
+  const Cloud again = loadLas(saved.bytes).clouds[0];
   EXPECT_NEAR(again.xyz[0], -1e12, 1000);
   EXPECT_NEAR(again.xyz[5], 1e300, 1e291);
   cloud.xyz = {-1e308, 0, 0, 1.5e308, 0, 0};
-  EXPECT_FALSE(save({cloud}).good);
-  EXPECT_STREQ(save({cloud}).problem, "A coordinate is too large for the form of the file %1");
+  EXPECT_FALSE(saveLas({cloud}).good);
+  EXPECT_STREQ(saveLas({cloud}).problem, "A coordinate is too large for the form of the file %1");
 }
 
 TEST(Las, HeadersThatCannotBeReadAreRefusedByName) {
@@ -326,7 +326,7 @@ TEST(Las, HeadersThatCannotBeReadAreRefusedByName) {
   for (const auto& row : rows) {
     std::string bytes = File().bytes();
     bytes.replace(row.at, row.bytes.size(), row.bytes);
-    const Loaded loaded = load(bytes);
+    const Loaded loaded = loadLas(bytes);
     EXPECT_EQ(loaded.told(), row.told);
     EXPECT_EQ(loaded.roomAsked, loaded.good ? 2 : 0);
   }
@@ -334,13 +334,13 @@ TEST(Las, HeadersThatCannotBeReadAreRefusedByName) {
   newer.version = 4;
   std::string bytes = newer.bytes();
   put<uint64_t>(bytes, 247, UINT64_MAX);
-  EXPECT_EQ(load(bytes).told(), "byte 375: the file holds too many points");
+  EXPECT_EQ(loadLas(bytes).told(), "byte 375: the file holds too many points");
 }
 
 TEST(Las, CoordinatesBeyondTheRangeAreRefusedWithTheirByte) {
   File file;
   file.scale = 1e308;
-  EXPECT_EQ(load(file.bytes()).told(), "byte 231: a coordinate is no finite number");
+  EXPECT_EQ(loadLas(file.bytes()).told(), "byte 231: a coordinate is no finite number");
 }
 
 TEST(Las, FilesThatAreCutAreRefused) {
@@ -365,8 +365,8 @@ TEST(Las, SurvivesEveryDamageOfOneByte) {
 
 TEST(Las, BlocksMayEndAnywhere) {
   Cloud cloud = tests::spreadCloud(50, true);
-  const std::string bytes = save({cloud}).bytes;
-  const Cloud whole = load(bytes).clouds[0];
+  const std::string bytes = saveLas({cloud}).bytes;
+  const Cloud whole = loadLas(bytes).clouds[0];
   for (const size_t piece : {1u, 3u, 64u}) {
     const Loaded loaded = tests::load<LasReader>(bytes, piece);
     ASSERT_TRUE(loaded.good) << loaded.told();

@@ -17,9 +17,9 @@ using tests::Cloud;
 using tests::Loaded;
 using tests::Saved;
 
-Loaded load(const std::string& bytes) { return tests::load<PcdReader>(bytes); }
+Loaded loadPcd(const std::string& bytes) { return tests::load<PcdReader>(bytes); }
 
-Saved save(const std::vector<Cloud>& clouds, bool binary = true, int real = 0) {
+Saved savePcd(const std::vector<Cloud>& clouds, bool binary = true, int real = 0) {
   PointWriteOptions options;
   options.pcdBinary = binary;
   options.realBytes = real;
@@ -44,11 +44,11 @@ TEST(Pcd, BothFormsGiveBackTheSamePoints) {
     for (const bool colors : {false, true}) {
       for (const int count : {0, 1, 1023, 1024, 1025, 30000}) {
         const Cloud cloud = tests::spreadCloud(count, colors);
-        const Saved saved = save({cloud}, binary);
+        const Saved saved = savePcd({cloud}, binary);
         ASSERT_TRUE(saved.good);
         EXPECT_EQ(saved.progress, count);
         EXPECT_TRUE(saved.notes.empty());
-        const Loaded loaded = load(saved.bytes);
+        const Loaded loaded = loadPcd(saved.bytes);
         ASSERT_TRUE(loaded.good) << loaded.told();
         EXPECT_EQ(tests::shown(loaded.notes), "");
         EXPECT_TRUE(loaded.clouds[0].samePoints(cloud)) << binary << " " << count;
@@ -64,16 +64,16 @@ TEST(Pcd, TheBytesAreThoseOfTheFormat) {
   const std::string lines =
       "# .PCD v0.7 - Point Cloud Data file format\nVERSION 0.7\nFIELDS x y z rgb\nSIZE 4 4 4 4\n"
       "TYPE F F F U\nCOUNT 1 1 1 1\nWIDTH 1\nHEIGHT 1\nVIEWPOINT 0 0 0 1 0 0 0\nPOINTS 1\n";
-  EXPECT_EQ(save({cloud}).bytes,
+  EXPECT_EQ(savePcd({cloud}).bytes,
             lines + "DATA binary\n" + bytesOf<float>({1, 2, 3}) + std::string("\x1E\x14\x0A\0", 4));
   cloud.xyz[0] = 0.1;
   cloud.colors.clear();
-  EXPECT_EQ(save({cloud}, false).bytes,
+  EXPECT_EQ(savePcd({cloud}, false).bytes,
             "# .PCD v0.7 - Point Cloud Data file format\nVERSION 0.7\nFIELDS x y z\nSIZE 8 8 8\n"
             "TYPE F F F\nCOUNT 1 1 1\nWIDTH 1\nHEIGHT 1\nVIEWPOINT 0 0 0 1 0 0 0\nPOINTS 1\n"
             "DATA ascii\n0.1 2 3\n");
   cloud.colors = {{1, 2, 3}};
-  const std::string text = save({cloud}, false).bytes;
+  const std::string text = savePcd({cloud}, false).bytes;
   EXPECT_EQ(text.substr(text.size() - 14), "0.1 2 3 66051\n");
 }
 
@@ -84,15 +84,15 @@ TEST(Pcd, FieldsStandInAnyOrderAndHaveAnyType) {
     return bytesOf<float>({1, 2, 3}) + bytesOf<int16_t>({z}) + "\x03\x02\x01\xFF" +
            bytesOf<double>({x}) + std::string(5, 'p') + bytesOf<int32_t>({y});
   };
-  const Loaded loaded = load(start + record(-7, 0.1, -70000) + record(8, 9, 10));
+  const Loaded loaded = loadPcd(start + record(-7, 0.1, -70000) + record(8, 9, 10));
   ASSERT_TRUE(loaded.good) << loaded.told();
   EXPECT_EQ(loaded.clouds[0].xyz, (std::vector<double>{0.1, -70000, -7, 9, 10, 8}));
   EXPECT_EQ(loaded.clouds[0].colors, (std::vector<PointColor>{{1, 2, 3}, {1, 2, 3}}));
   EXPECT_EQ(tests::shown(loaded.notes), "The file F holds data that is not kept: normal\n");
 
-  const Loaded text =
-      load(header("normal z rgba x _ y", "4 2 4 8 1 4", "F I U F U I", "3 1 1 1 5 1", 1, "ascii") +
-           "1 2 3 -7 66051 0.1 0 0 0 0 0 -70000\r\n");
+  const Loaded text = loadPcd(
+      header("normal z rgba x _ y", "4 2 4 8 1 4", "F I U F U I", "3 1 1 1 5 1", 1, "ascii") +
+      "1 2 3 -7 66051 0.1 0 0 0 0 0 -70000\r\n");
   ASSERT_TRUE(text.good) << text.told();
   EXPECT_EQ(text.clouds[0].xyz, (std::vector<double>{0.1, -70000, -7}));
   EXPECT_EQ(text.clouds[0].colors, (std::vector<PointColor>{{1, 2, 3}}));
@@ -115,9 +115,9 @@ TEST(Pcd, EveryTypeOfACoordinateIsRead) {
       {"8", "F", bytesOf<double>({0.1}), 0.1},
   };
   for (const auto& row : rows) {
-    const Loaded loaded = load(header("x y z", std::string("1 1 ") + row.size,
-                                      std::string("U U ") + row.type, "", 1, "binary") +
-                               "\x01\x02" + row.bytes);
+    const Loaded loaded = loadPcd(header("x y z", std::string("1 1 ") + row.size,
+                                         std::string("U U ") + row.type, "", 1, "binary") +
+                                  "\x01\x02" + row.bytes);
     ASSERT_TRUE(loaded.good) << row.type << row.size << loaded.told();
     EXPECT_EQ(loaded.clouds[0].xyz, (std::vector<double>{1, 2, row.value}));
   }
@@ -126,32 +126,32 @@ TEST(Pcd, EveryTypeOfACoordinateIsRead) {
 TEST(Pcd, PackedColoursMayBeFloats) {
   const std::string start = header("x y z rgb", "4 4 4 4", "F F F F", "1 1 1 1", 1, "ascii");
   for (const char* color : {"4.0e-41", "16711680", "9.14811e-39"}) {
-    EXPECT_TRUE(load(start + "1 2 3 " + color + "\n").good) << color;
+    EXPECT_TRUE(loadPcd(start + "1 2 3 " + color + "\n").good) << color;
   }
-  EXPECT_EQ(load(start + "1 2 3 16711935\n").clouds[0].colors[0], (PointColor{255, 0, 255}));
+  EXPECT_EQ(loadPcd(start + "1 2 3 16711935\n").clouds[0].colors[0], (PointColor{255, 0, 255}));
   const float packed = std::bit_cast<float>(0x00123456u);
   char text[64];
   std::snprintf(text, sizeof text, "1 2 3 %.9g\n", static_cast<double>(packed));
-  EXPECT_EQ(load(start + text).clouds[0].colors[0], (PointColor{0x12, 0x34, 0x56}));
-  EXPECT_EQ(load(start + "1 2 3 red\n").told(), "line 12: red is no number");
+  EXPECT_EQ(loadPcd(start + text).clouds[0].colors[0], (PointColor{0x12, 0x34, 0x56}));
+  EXPECT_EQ(loadPcd(start + "1 2 3 red\n").told(), "line 12: red is no number");
 }
 
 TEST(Pcd, WhatIsNotKeptIsNamed) {
   std::string text =
       "VERSION 0.7\nFIELDS x y z intensity\nSIZE 4 4 4 4\nTYPE F F F F\nWIDTH 2\nHEIGHT 2\n"
       "VIEWPOINT 1 0 0 1 0 0 0\nDATA ascii\n1 2 3 4\n1 2 3 4\n1 2 3 4\n1 2 3 4\n";
-  EXPECT_EQ(tests::shown(load(text).notes),
+  EXPECT_EQ(tests::shown(loadPcd(text).notes),
             "The file F holds data that is not kept: intensity, viewpoint, 2 rows of 2\n");
-  EXPECT_EQ(tests::shown(load(plain(1, "binary") + std::string(12, '\0') + "12345").notes),
+  EXPECT_EQ(tests::shown(loadPcd(plain(1, "binary") + std::string(12, '\0') + "12345").notes),
             "The file F has 5 bytes behind its last point; they are passed over\n");
 }
 
 TEST(Pcd, FourBytesThatWereAskedForAreALossWithFigures) {
   Cloud cloud;
   cloud.xyz = {637177.98, 0.5, 3};
-  EXPECT_EQ(tests::shown(save({cloud}, true, 4).notes),
+  EXPECT_EQ(tests::shown(savePcd({cloud}, true, 4).notes),
             "Coordinates were rounded to fit the file F: 1 of them, by up to 0.02\n");
-  EXPECT_EQ(save({cloud, cloud}, true, 8).notes.size(), 1u);  // joined
+  EXPECT_EQ(savePcd({cloud, cloud}, true, 8).notes.size(), 1u);  // joined
 }
 
 TEST(Pcd, HeadersThatAreNoneAreRefusedWithTheirLine) {
@@ -195,13 +195,13 @@ TEST(Pcd, HeadersThatAreNoneAreRefusedWithTheirLine) {
        "line 7: \"COUNT\" is no line of a PCD header"},
   };
   for (const auto& row : rows) {
-    const Loaded loaded = load(row.text);
+    const Loaded loaded = loadPcd(row.text);
     EXPECT_EQ(loaded.told(), row.told);
     EXPECT_TRUE(loaded.clouds.empty());
   }
   std::string endless;
   for (int i = 0; i < 2000; ++i) endless += "# note\n";
-  EXPECT_EQ(load(endless).told(), "line 1001: the header is too long");
+  EXPECT_EQ(loadPcd(endless).told(), "line 1001: the header is too long");
 }
 
 TEST(Pcd, LinesThatAreNoPointsAreRefusedWithTheirLine) {
@@ -216,7 +216,7 @@ TEST(Pcd, LinesThatAreNoPointsAreRefusedWithTheirLine) {
       {"1 2 -inf", "line 13: a coordinate is no finite number"},
   };
   for (const auto& row : rows) {
-    EXPECT_EQ(load(plain(2, "ascii") + "1 2 3\n" + row.line + "\n").told(), row.told);
+    EXPECT_EQ(loadPcd(plain(2, "ascii") + "1 2 3\n" + row.line + "\n").told(), row.told);
   }
 }
 
@@ -224,7 +224,7 @@ TEST(Pcd, CoordinatesThatAreNoNumbersAreRefusedWithTheirByte) {
   const std::string start = plain(2, "binary");
   for (const float bad :
        {std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::infinity()}) {
-    EXPECT_EQ(load(start + bytesOf<float>({1, 2, 3, 4, bad, 5})).told(),
+    EXPECT_EQ(loadPcd(start + bytesOf<float>({1, 2, 3, 4, bad, 5})).told(),
               "byte " + std::to_string(start.size() + 16) + ": a coordinate is no finite number");
   }
 }
@@ -232,7 +232,7 @@ TEST(Pcd, CoordinatesThatAreNoNumbersAreRefusedWithTheirByte) {
 TEST(Pcd, CountsBeyondTheFileAskForNoRoom) {
   for (const char* form : {"ascii", "binary"}) {
     for (const int points : {2, 1000000, 2147483646, 2147483647}) {
-      const Loaded loaded = load(plain(points, form) + "1234");
+      const Loaded loaded = loadPcd(plain(points, form) + "1234");
       EXPECT_EQ(loaded.told().rfind("byte ", 0), 0u) << loaded.told();
       EXPECT_EQ(loaded.roomAsked, 0);
       EXPECT_FALSE(tests::load<PcdReader>(plain(points, form), SIZE_MAX, false).good);
@@ -242,13 +242,13 @@ TEST(Pcd, CountsBeyondTheFileAskForNoRoom) {
 
 TEST(Pcd, FilesThatAreCutAreRefused) {
   for (const bool binary : {false, true}) {
-    tests::expectCutsFail<PcdReader>(save({tests::spreadCloud(5, true)}, binary).bytes);
+    tests::expectCutsFail<PcdReader>(savePcd({tests::spreadCloud(5, true)}, binary).bytes);
   }
 }
 
 TEST(Pcd, SurvivesEveryDamageOfOneByte) {
   for (const bool binary : {false, true}) {
-    tests::expectDamageIsHarmless<PcdReader>(save({tests::spreadCloud(3, true)}, binary).bytes);
+    tests::expectDamageIsHarmless<PcdReader>(savePcd({tests::spreadCloud(3, true)}, binary).bytes);
   }
 }
 
@@ -256,7 +256,7 @@ TEST(Pcd, BlocksMayEndAnywhere) {
   const Cloud cloud = tests::spreadCloud(50, true);
   for (const bool binary : {false, true}) {
     for (const size_t piece : {1u, 3u, 64u}) {
-      const Loaded loaded = tests::load<PcdReader>(save({cloud}, binary).bytes, piece);
+      const Loaded loaded = tests::load<PcdReader>(savePcd({cloud}, binary).bytes, piece);
       ASSERT_TRUE(loaded.good) << loaded.told();
       EXPECT_TRUE(loaded.clouds[0].samePoints(cloud));
     }

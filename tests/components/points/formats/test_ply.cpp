@@ -15,9 +15,10 @@ using tests::Cloud;
 using tests::Loaded;
 using tests::Saved;
 
-Loaded load(const std::string& bytes) { return tests::load<PlyReader>(bytes); }
+Loaded loadPly(const std::string& bytes) { return tests::load<PlyReader>(bytes); }
 
-Saved save(const std::vector<Cloud>& clouds, PlyForm form = PlyForm::littleEndian, int real = 0) {
+Saved savePly(const std::vector<Cloud>& clouds, PlyForm form = PlyForm::littleEndian,
+              int real = 0) {
   PointWriteOptions options;
   options.plyForm = form;
   options.realBytes = real;
@@ -37,11 +38,11 @@ TEST(Ply, EveryFormGivesBackTheSamePoints) {
     for (const bool colors : {false, true}) {
       for (const int count : {0, 1, 2, 1023, 1024, 1025, 30000}) {
         const Cloud cloud = tests::spreadCloud(count, colors);
-        const Saved saved = save({cloud}, form);
+        const Saved saved = savePly({cloud}, form);
         ASSERT_TRUE(saved.good);
         EXPECT_EQ(saved.progress, count);
         EXPECT_TRUE(saved.notes.empty());
-        const Loaded loaded = load(saved.bytes);
+        const Loaded loaded = loadPly(saved.bytes);
         ASSERT_TRUE(loaded.good) << loaded.told();
         EXPECT_EQ(tests::shown(loaded.notes), "");
         ASSERT_EQ(loaded.clouds.size(), 1u);
@@ -57,7 +58,7 @@ TEST(Ply, ExtremeCoordinatesComeBackToTheLastBit) {
   cloud.xyz = {Limits::max(), -Limits::max(), Limits::min(), Limits::denorm_min(),    -0.0,
                0.1,           1.0 / 3,        1e22,          std::nextafter(1.0, 2.0)};
   for (const PlyForm form : kForms) {
-    const Loaded loaded = load(save({cloud}, form).bytes);
+    const Loaded loaded = loadPly(savePly({cloud}, form).bytes);
     ASSERT_TRUE(loaded.good) << loaded.told();
     EXPECT_TRUE(loaded.clouds[0].samePoints(cloud)) << static_cast<int>(form);
   }
@@ -69,13 +70,13 @@ TEST(Ply, TheBytesAreThoseOfTheFormat) {
   cloud.colors = {{10, 20, 30}};
   const std::string lines = "element vertex 1\n" + kXyz +
                             "property uchar red\nproperty uchar green\nproperty uchar blue\n";
-  EXPECT_EQ(save({cloud}).bytes,
+  EXPECT_EQ(savePly({cloud}).bytes,
             header("binary_little_endian", lines) + bytesOf<float>({1, 2, 3}) + "\x0A\x14\x1E");
-  EXPECT_EQ(save({cloud}, PlyForm::bigEndian).bytes,
+  EXPECT_EQ(savePly({cloud}, PlyForm::bigEndian).bytes,
             header("binary_big_endian", lines) +
                 std::string("\x3F\x80\0\0\x40\0\0\0\x40\x40\0\0\x0A\x14\x1E", 15));
   cloud.xyz[0] = 0.1;
-  EXPECT_EQ(save({cloud}, PlyForm::ascii).bytes,
+  EXPECT_EQ(savePly({cloud}, PlyForm::ascii).bytes,
             "ply\nformat ascii 1.0\nelement vertex 1\nproperty double x\nproperty double y\n"
             "property double z\nproperty uchar red\nproperty uchar green\nproperty uchar blue\n"
             "end_header\n0.1 2 3 10 20 30\n");
@@ -84,27 +85,27 @@ TEST(Ply, TheBytesAreThoseOfTheFormat) {
 TEST(Ply, CoordinatesTakeFourBytesWhereThatLosesNothing) {
   Cloud cloud;
   cloud.xyz = {0.5, 1024.25, -3};
-  EXPECT_NE(save({cloud}).bytes.find("property float x"), std::string::npos);
-  EXPECT_NE(save({cloud}, PlyForm::littleEndian, 8).bytes.find("property double x"),
+  EXPECT_NE(savePly({cloud}).bytes.find("property float x"), std::string::npos);
+  EXPECT_NE(savePly({cloud}, PlyForm::littleEndian, 8).bytes.find("property double x"),
             std::string::npos);
   cloud.xyz[2] = 0.1;
-  EXPECT_NE(save({cloud}).bytes.find("property double x"), std::string::npos);
+  EXPECT_NE(savePly({cloud}).bytes.find("property double x"), std::string::npos);
 }
 
 TEST(Ply, FourBytesThatWereAskedForAreALossWithFigures) {
   Cloud cloud;
   cloud.xyz = {637177.98, 0.5, 849393.95, 1, 2, 3};
-  const Saved saved = save({cloud}, PlyForm::littleEndian, 4);
+  const Saved saved = savePly({cloud}, PlyForm::littleEndian, 4);
   ASSERT_TRUE(saved.good);
   EXPECT_EQ(tests::shown(saved.notes),
             "Coordinates were rounded to fit the file F: 2 of them, by up to 0.02\n");
-  EXPECT_EQ(load(saved.bytes).clouds[0].xyz[0], 637178.0);
+  EXPECT_EQ(loadPly(saved.bytes).clouds[0].xyz[0], 637178.0);
 }
 
 TEST(Ply, FourBytesThatCannotHoldACoordinateAreRefused) {
   Cloud cloud;
   cloud.xyz = {1e39, 0, 0};
-  const Saved saved = save({cloud}, PlyForm::littleEndian, 4);
+  const Saved saved = savePly({cloud}, PlyForm::littleEndian, 4);
   EXPECT_FALSE(saved.good);
   EXPECT_STREQ(saved.problem, "A coordinate is too large for the form of the file %1");
 }
@@ -112,15 +113,15 @@ TEST(Ply, FourBytesThatCannotHoldACoordinateAreRefused) {
 TEST(Ply, SeveralCloudsAreJoinedAndThatIsSaid) {
   const Cloud first = tests::spreadCloud(3, true);
   Cloud second = tests::spreadCloud(2, true);
-  Saved saved = save({first, second});
+  Saved saved = savePly({first, second});
   EXPECT_EQ(tests::shown(saved.notes),
             "The file F cannot keep objects apart: 2 of them were joined into one\n");
-  EXPECT_EQ(load(saved.bytes).clouds[0].colors.size(), 5u);
+  EXPECT_EQ(loadPly(saved.bytes).clouds[0].colors.size(), 5u);
   second.colors.clear();
-  saved = save({first, second});
-  EXPECT_TRUE(load(saved.bytes).clouds[0].colors.empty());
-  EXPECT_EQ(load(saved.bytes).clouds[0].xyz.size(), 15u);
-  EXPECT_EQ(load(save({first, Cloud{}}).bytes).clouds[0].colors.size(), 3u);
+  saved = savePly({first, second});
+  EXPECT_TRUE(loadPly(saved.bytes).clouds[0].colors.empty());
+  EXPECT_EQ(loadPly(saved.bytes).clouds[0].xyz.size(), 15u);
+  EXPECT_EQ(loadPly(savePly({first, Cloud{}}).bytes).clouds[0].colors.size(), 3u);
 }
 
 TEST(Ply, PropertiesStandInAnyOrderAndHaveAnyType) {
@@ -132,7 +133,7 @@ TEST(Ply, PropertiesStandInAnyOrderAndHaveAnyType) {
                               bytesOf<int32_t>({-70000}) + bytesOf<uint16_t>({65535}) + "\x03" +  //
                               "\x04" + bytesOf<int16_t>({8}) + bytesOf<double>({0.5}) + "\x05" +
                               bytesOf<int32_t>({9}) + bytesOf<uint16_t>({10}) + "\x06";
-  const Loaded loaded = load(header("binary_little_endian", lines) + records);
+  const Loaded loaded = loadPly(header("binary_little_endian", lines) + records);
   ASSERT_TRUE(loaded.good) << loaded.told();
   EXPECT_EQ(loaded.clouds[0].xyz, (std::vector<double>{-70000, 65535, -7, 9, 10, 8}));
   EXPECT_EQ(loaded.clouds[0].colors, (std::vector<PointColor>{{2, 3, 1}, {5, 6, 4}}));
@@ -169,7 +170,7 @@ TEST(Ply, EveryTypeOfACoordinateIsRead) {
     const std::string swapped(row.bytes.rbegin(), row.bytes.rend());
     for (const auto& [form, bytes] :
          {std::pair{"binary_little_endian", row.bytes}, std::pair{"binary_big_endian", swapped}}) {
-      const Loaded loaded = load(header(form, lines) + "\x01" + bytes + "\x02");
+      const Loaded loaded = loadPly(header(form, lines) + "\x01" + bytes + "\x02");
       ASSERT_TRUE(loaded.good) << row.name << loaded.told();
       EXPECT_EQ(loaded.clouds[0].xyz, (std::vector<double>{1, row.value, 2})) << row.name;
     }
@@ -186,13 +187,13 @@ TEST(Ply, ElementsAroundThePointsArePassedOver) {
   const std::string records = bytesOf<double>({1, 2}) + "\x02" + bytesOf<int32_t>({1, 2}) +
                               bytesOf<int16_t>({3}) + std::string(1, '\0') + bytesOf<int16_t>({3}) +
                               bytesOf<float>({4, 5, 6}) + "\x01" + bytesOf<uint32_t>({0});
-  const Loaded loaded = load(header("binary_little_endian", lines) + records);
+  const Loaded loaded = loadPly(header("binary_little_endian", lines) + records);
   ASSERT_TRUE(loaded.good) << loaded.told();
   EXPECT_EQ(loaded.clouds[0].xyz, (std::vector<double>{4, 5, 6}));
   EXPECT_EQ(tests::shown(loaded.notes),
             "The file F holds data that is not kept: 2 camera, 2 patch, 1 face, 3 empty\n");
 
-  const Loaded text = load(header("ascii", lines) + "1\n2\n2 1 2 3\n0 3\n4 5 6\n1 0\n");
+  const Loaded text = loadPly(header("ascii", lines) + "1\n2\n2 1 2 3\n0 3\n4 5 6\n1 0\n");
   ASSERT_TRUE(text.good) << text.told();
   EXPECT_EQ(text.clouds[0].xyz, (std::vector<double>{4, 5, 6}));
 }
@@ -208,12 +209,12 @@ TEST(Ply, PointsWithListsOfTheirOwnAreRead) {
   expected.xyz = {1, 2, 3, 4, 5, 6};
   expected.colors = {{10, 11, 12}, {13, 14, 15}};
   const std::string file = header("binary_little_endian", lines) + records;
-  const Loaded loaded = load(file);
+  const Loaded loaded = loadPly(file);
   ASSERT_TRUE(loaded.good) << loaded.told();
   EXPECT_TRUE(loaded.clouds[0].samePoints(expected));
   EXPECT_EQ(tests::shown(loaded.notes), "The file F holds data that is not kept: ring\n");
   const Loaded text =
-      load(header("ascii", lines) + "1 2 7 8 2 3 10 11 12\r\n\n 4\t0 5 6 13 14 15  \n");
+      loadPly(header("ascii", lines) + "1 2 7 8 2 3 10 11 12\r\n\n 4\t0 5 6 13 14 15  \n");
   ASSERT_TRUE(text.good) << text.told();
   EXPECT_TRUE(text.clouds[0].samePoints(expected));
   tests::expectCutsFail<PlyReader>(file);
@@ -227,29 +228,29 @@ TEST(Ply, ColoursOfOtherTypesBecomeBytesAndRoundingIsCounted) {
   const std::string at(3, '\1');
   const std::vector<PointColor> expected = {{255, 0, 18}, {255, 0, 128}};
   const Loaded words =
-      load(header("binary_little_endian", lines("ushort")) + at +
-           bytesOf<uint16_t>({0xFFFF, 0, 0x1234}) + at + bytesOf<uint16_t>({0xFF00, 0, 0x8080}));
+      loadPly(header("binary_little_endian", lines("ushort")) + at +
+              bytesOf<uint16_t>({0xFFFF, 0, 0x1234}) + at + bytesOf<uint16_t>({0xFF00, 0, 0x8080}));
   ASSERT_TRUE(words.good) << words.told();
   EXPECT_EQ(words.clouds[0].colors, expected);
   EXPECT_EQ(tests::shown(words.notes),
             "The file F has finer colours: 1 colour values were rounded to 256 steps\n");
-  const Loaded shares = load(header("binary_little_endian", lines("float")) + at +
-                             bytesOf<float>({1, 0, 18.f / 255}) + at +
-                             bytesOf<float>({1.5f, std::numeric_limits<float>::quiet_NaN(), 0.5f}));
+  const Loaded shares = loadPly(
+      header("binary_little_endian", lines("float")) + at + bytesOf<float>({1, 0, 18.f / 255}) +
+      at + bytesOf<float>({1.5f, std::numeric_limits<float>::quiet_NaN(), 0.5f}));
   ASSERT_TRUE(shares.good) << shares.told();
   EXPECT_EQ(shares.clouds[0].colors, expected);
   EXPECT_EQ(tests::shown(shares.notes),
             "The file F has finer colours: 3 colour values were rounded to 256 steps\n");
   const Loaded text =
-      load(header("ascii", lines("float")) + "1 1 1 1 0 0.0706\n1 1 1 1 0 0.5019\n");
+      loadPly(header("ascii", lines("float")) + "1 1 1 1 0 0.0706\n1 1 1 1 0 0.5019\n");
   ASSERT_TRUE(text.good) << text.told();
   EXPECT_EQ(text.clouds[0].colors, expected);
-  EXPECT_EQ(load(header("ascii", lines("int")) + "1 1 1 1 2 3\n1 1 1 1 2 3\n").clouds[0].colors,
+  EXPECT_EQ(loadPly(header("ascii", lines("int")) + "1 1 1 1 2 3\n1 1 1 1 2 3\n").clouds[0].colors,
             std::vector<PointColor>());
 }
 
 TEST(Ply, BytesBehindTheLastPointAreSaid) {
-  const Loaded loaded = load(save({tests::spreadCloud(3, true)}).bytes + "12345");
+  const Loaded loaded = loadPly(savePly({tests::spreadCloud(3, true)}).bytes + "12345");
   ASSERT_TRUE(loaded.good);
   EXPECT_EQ(tests::shown(loaded.notes),
             "The file F has 5 bytes behind its last point; they are passed over\n");
@@ -286,14 +287,14 @@ TEST(Ply, HeadersThatAreNoneAreRefusedWithTheirLine) {
       {"ply\ncomment " + std::string(5000, 'x') + "\n", "line 2: the line is too long"},
   };
   for (const auto& row : rows) {
-    const Loaded loaded = load(row.text);
+    const Loaded loaded = loadPly(row.text);
     EXPECT_FALSE(loaded.good) << row.told;
     EXPECT_EQ(loaded.told(), row.told);
     EXPECT_TRUE(loaded.clouds.empty());
   }
   std::string endless = "ply\n";
   for (int i = 0; i < 20000; ++i) endless += "comment\n";
-  EXPECT_EQ(load(endless).told(), "line 10001: the header is too long");
+  EXPECT_EQ(loadPly(endless).told(), "line 10001: the header is too long");
 }
 
 TEST(Ply, LinesThatAreNoPointsAreRefusedWithTheirLine) {
@@ -316,9 +317,9 @@ TEST(Ply, LinesThatAreNoPointsAreRefusedWithTheirLine) {
       {"1 2 3 4 5.5 6", "line 12: a colour value is no whole number from 0 to 255"},
   };
   for (const auto& row : rows) {
-    EXPECT_EQ(load(start + "1 2 3 4 5 6\n" + row.line + "\n").told(), row.told);
+    EXPECT_EQ(loadPly(start + "1 2 3 4 5 6\n" + row.line + "\n").told(), row.told);
   }
-  EXPECT_EQ(load(start + "1 2 3 4 5 6\n            \n").told(),
+  EXPECT_EQ(loadPly(start + "1 2 3 4 5 6\n            \n").told(),
             "line 13: the file ends before its last point");
 }
 
@@ -331,7 +332,7 @@ TEST(Ply, CoordinatesThatAreNoNumbersAreRefusedWithTheirByte) {
     for (const size_t at : {size_t{0}, size_t{4}, size_t{1500 * 12 + 8}}) {
       std::string damaged = records;
       std::memcpy(&damaged[at], &bad, sizeof bad);
-      EXPECT_EQ(load(start + damaged).told(),
+      EXPECT_EQ(loadPly(start + damaged).told(),
                 "byte " + std::to_string(start.size() + at) + ": a coordinate is no finite number");
     }
   }
@@ -342,7 +343,7 @@ TEST(Ply, CountsBeyondTheFileAskForNoRoom) {
     for (const char* count : {"2", "1000000", "2147483646", "2147483647", "9000000000000000000"}) {
       const std::string text =
           header(form, "element vertex " + std::string(count) + "\n" + kXyz) + "123";
-      const Loaded loaded = load(text);
+      const Loaded loaded = loadPly(text);
       EXPECT_FALSE(loaded.good) << form << count;
       EXPECT_EQ(loaded.told().rfind("byte ", 0), 0u) << loaded.told();
       EXPECT_EQ(loaded.roomAsked, 0);
@@ -357,14 +358,14 @@ TEST(Ply, CountsBeyondTheFileAskForNoRoom) {
                                    "element face 9000000000000000000\nproperty double a\n"
                                    "element vertex 0\n" +
                                        kXyz);
-  EXPECT_EQ(load(faces).told().rfind("byte ", 0), 0u);
+  EXPECT_EQ(loadPly(faces).told().rfind("byte ", 0), 0u);
   EXPECT_FALSE(tests::load<PlyReader>(faces, SIZE_MAX, false).good);
 }
 
 TEST(Ply, BlocksMayEndAnywhere) {
   for (const PlyForm form : kForms) {
     const Cloud cloud = tests::spreadCloud(40, true);
-    const std::string bytes = save({cloud}, form).bytes;
+    const std::string bytes = savePly({cloud}, form).bytes;
     for (const size_t piece : {1u, 2u, 3u, 7u, 64u}) {
       const Loaded loaded = tests::load<PlyReader>(bytes, piece);
       ASSERT_TRUE(loaded.good) << loaded.told();
@@ -375,13 +376,13 @@ TEST(Ply, BlocksMayEndAnywhere) {
 
 TEST(Ply, FilesThatAreCutAreRefused) {
   for (const PlyForm form : kForms) {
-    tests::expectCutsFail<PlyReader>(save({tests::spreadCloud(5, true)}, form).bytes);
+    tests::expectCutsFail<PlyReader>(savePly({tests::spreadCloud(5, true)}, form).bytes);
   }
 }
 
 TEST(Ply, SurvivesEveryDamageOfOneByte) {
   for (const PlyForm form : kForms) {
-    tests::expectDamageIsHarmless<PlyReader>(save({tests::spreadCloud(3, true)}, form).bytes);
+    tests::expectDamageIsHarmless<PlyReader>(savePly({tests::spreadCloud(3, true)}, form).bytes);
   }
 }
 
