@@ -7,11 +7,12 @@
 #                                                 component library T.so or T.dll that exports
 #                                                 EntryPoint alone; TEST: for tests, not staged
 #   cowl_stage_file(FILE [TO SUBFOLDER])          file that goes beside the executable
-#   cowl_add_test(T SOURCES .. LINK .. [THREADED] [STAGE] [NOMAIN])
+#   cowl_add_test(T SOURCES .. LINK .. [THREADED] [STAGE] [NOMAIN] [SLOW])
 #                                                 GoogleTest executable and its ctest entry;
 #                                                 THREADED: runs under the thread sanitizer too;
 #                                                 STAGE: runs the staged product or test components;
-#                                                 NOMAIN: brings its own main
+#                                                 NOMAIN: brings its own main; SLOW: runs for many
+#                                                 seconds somewhere, and begins before the others
 #   cowl_add_bench(T SOURCES .. LINK ..)          Google Benchmark executable, optimised native build
 #
 # What belongs to the product stands in COWL_STAGE_DIR and is run there; the target `stage` makes all
@@ -24,6 +25,8 @@ add_custom_target(stage)
 add_custom_target(testlibs)
 add_custom_target(threaded_tests)
 add_custom_target(benches)
+
+set(COWL_TEST_OPTIONS "" CACHE STRING "Compiler options of the tests' own sources, behind all others")
 
 function(cowl_add_folder folder)
   add_subdirectory(${PROJECT_SOURCE_DIR}/${folder} ${PROJECT_BINARY_DIR}/${folder})
@@ -88,10 +91,11 @@ function(cowl_stage_file file)
 endfunction()
 
 function(cowl_add_test target)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "THREADED;STAGE;NOMAIN" "" "SOURCES;LINK")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "THREADED;STAGE;NOMAIN;SLOW" "" "SOURCES;LINK")
   cowl_check_arguments()
   add_executable(${target} ${arg_SOURCES})
   target_link_libraries(${target} PRIVATE cowlflags ${arg_LINK} testsupport gmock)
+  target_compile_options(${target} PRIVATE ${COWL_TEST_OPTIONS})
   if(NOT arg_NOMAIN)
     target_link_libraries(${target} PRIVATE gmock_main)
   endif()
@@ -106,6 +110,9 @@ function(cowl_add_test target)
     add_dependencies(threaded_tests ${target})
   endif()
   add_test(NAME ${target} COMMAND ${target})
+  if(arg_SLOW)
+    set_tests_properties(${target} PROPERTIES COST 100)
+  endif()
   cowl_test_environment(${target})
 endfunction()
 
