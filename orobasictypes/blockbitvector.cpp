@@ -3,9 +3,11 @@
 #include <immintrin.h>
 
 #include <algorithm>
+#include <atomic>
 #include <bit>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <utility>
 
 #include "orobasictypes/bitvector.h"
@@ -110,10 +112,11 @@ uint64_t openStretches(const WordOutline& mine, const WordOutline& theirs) {
 }  // namespace
 
 // What is known of the words of a block, and how many vectors have it. A vector without a note has
-// the block alone.
+// the block alone. The vectors may be at work in several modules, each of which has a pool and a
+// mutex of its own: the number of owners has to do without.
 struct BlockBitVector::Note {
-  int32_t owners;  // guarded by the pool's mutex
-  WordOutline outline;
+  std::atomic<int32_t> owners = 1;
+  WordOutline outline;  // changes while there is one owner
 };
 
 // ---------------------------------------------------------------------------------------------
@@ -327,7 +330,7 @@ void BlockBitVector::makeUniform(PoolHold& pool, int32_t block, bool full) {
 void BlockBitVector::giveUp(PoolHold& pool, int32_t block) {
   uint32_t* const words = std::exchange(blocks_[block], nullptr);
   Note* const note = std::exchange(notes()[block], nullptr);
-  if (note != nullptr && --note->owners > 0) return;
+  if (note != nullptr && note->owners.fetch_sub(1) > 1) return;
   kelFree(note);
   pool.giveUp(words);
 }
@@ -344,34 +347,39 @@ void BlockBitVector::share(PoolHold& pool, int32_t block, const BlockBitVector& 
 
 // Made where there is none, with nothing in it.
 BlockBitVector::Note& BlockBitVector::noteOf(int32_t block) const {
-  Note*& note = notes()[block];
-  if (note == nullptr) {
-    kelMalloc(note, sizeof(Note), 1);
-    *note = {1, {}};
-  }
+  const std::atomic_ref<Note*> place(notes()[block]);
+  Note* note = place.load();
+  if (note != nullptr) return *note;
+  Note* made = nullptr;
+  kelMalloc(made, sizeof(Note), 1);
+  std::construct_at(made);
+  if (place.compare_exchange_strong(note, made)) return *made;
+  kelFree(made);  // another thread copied this vector, too
   return *note;
 }
 
 WordOutline BlockBitVector::outlineOf(int32_t block) const {
-  const Note* const note = notes()[block];
+  const Note* const note = std::atomic_ref<Note*>(notes()[block]).load();
   return note != nullptr ? note->outline : WordOutline{};
 }
 
 // Memory that this vector alone has, of any contents; nothing is noted of it.
 uint32_t* BlockBitVector::freshWords(PoolHold& pool, int32_t block) {
   const Note* const note = notes()[block];
-  if (note != nullptr && note->owners > 1) giveUp(pool, block);
+  if (note != nullptr && note->owners.load() > 1) giveUp(pool, block);
   kelFree(std::exchange(notes()[block], nullptr));
   if (blocks_[block] == nullptr) blocks_[block] = pool.take();
   return blocks_[block];
 }
 
-// The same with what the block holds. What was shared stays where it is: others have it.
+// The same with what the block holds.
 uint32_t* BlockBitVector::ownWords(PoolHold& pool, int32_t block) {
-  const uint32_t* const old = blocks_[block];
-  uint32_t* const own = freshWords(pool, block);
-  if (own != old) std::memcpy(own, old, blockBytes);
-  return own;
+  const Note* const note = notes()[block];
+  if (note == nullptr || note->owners.load() == 1) return freshWords(pool, block);
+  uint32_t* const own = pool.take();
+  std::memcpy(own, blocks_[block], blockBytes);
+  giveUp(pool, block);
+  return blocks_[block] = own;
 }
 
 // For a change of single bits. New memory is filled with the byte.
@@ -387,8 +395,8 @@ void BlockBitVector::settle(PoolHold& pool, int32_t block) {
   counts_[block] = populationOf(block);
   if (view(block).isUniform()) {
     giveUp(pool, block);
-  } else {
-    noteOf(block).outline = wordKernels().outline(blocks_[block], blockWords);
+  } else if (Note& note = noteOf(block); note.owners.load() == 1) {
+    note.outline = wordKernels().outline(blocks_[block], blockWords);
   }
 }
 

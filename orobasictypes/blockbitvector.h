@@ -8,9 +8,10 @@
 // passed in one step. Blocks that nobody needs wait in a pool of the process, 512 at most. The
 // number of set bits is known or -1, of each block as well. Indices below 0 name no bit.
 //
-// The vector owns its tables, and its blocks together with its copies: a block is copied when one
-// of them changes it. It has no lock; only the pool has one, which guards who owns what. So copies
-// may go to other threads.
+// The vector owns its tables, and its blocks together with its copies: the first that changes a
+// block copies it. Copies are independent, on several threads as well. One vector may be read and
+// copied on several threads while nobody writes, but CountSet may note what it found. Only the pool
+// has a lock.
 #pragma once
 
 #include <cstdint>

@@ -6,7 +6,6 @@
 #include <numeric>
 #include <random>
 #include <set>
-#include <thread>
 #include <utility>
 #include <vector>
 
@@ -618,30 +617,6 @@ TEST_F(BlockBits, CopiedTakeABlockWhenTheyChange) {
   EXPECT_EQ(blocksTaken(), 0) << "nobody else has that one any more";
   EXPECT_FALSE(copy.Test(all + 4));
   EXPECT_FALSE(merged.Test(all + 4));
-}
-
-TEST_F(BlockBits, CopiedMayGoToOtherThreads) {
-  const BlockBitVector bits = withFull({1}, {5, 9, 70000, 100000});
-  const auto work = [&bits](uint32_t seed) {
-    std::mt19937 random(seed);
-    for (int round = 0; round < 300; ++round) {
-      BlockBitVector copy(bits);
-      BlockBitVector second(copy);
-      std::set<int32_t> expected = {5, 9, 70000, 100000};
-      for (int i = 0; i < 5; ++i) {
-        const auto b = static_cast<int32_t>(random() % 2 * 70000 + random() % 1000);
-        EXPECT_EQ(copy.Set(b), expected.insert(b).second);
-      }
-      second -= withFull({1}, {});
-      copy -= withFull({1}, {});
-      EXPECT_THAT(setBits(copy), testing::ElementsAreArray(expected));
-      EXPECT_THAT(setBits(second), ElementsAre(5, 9, 70000, 100000));
-    }
-  };
-  std::vector<std::thread> threads;
-  for (uint32_t seed = 0; seed < 4; ++seed) threads.emplace_back(work, seed);
-  for (std::thread& thread : threads) thread.join();
-  EXPECT_EQ(bits.NextSet(100000), -1);
 }
 
 // Made before the pool, and gone after it.
