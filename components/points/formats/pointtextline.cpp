@@ -4,30 +4,15 @@
 #include <cmath>
 #include <cstring>
 
-bool PointTextLine::skipSeparator() {
-  const char* const before = at_;
-  skipBlanks();
-  if (at_ != end_ && (*at_ == ',' || *at_ == ';')) {
-    ++at_;
-    skipBlanks();
-  }
-  return at_ != before;
-}
+#include "components/points/formats/pointreal.h"
 
-// A number as people write it; from_chars does not know the leading plus.
+// A number as people write it, a leading plus among it.
 bool PointTextLine::takeReal(double& value) {
   const char* first = at_;
   if (first != end_ && *first == '+') ++first;
   if (first != at_ && first != end_ && *first == '-') return false;
-  const auto [next, error] = std::from_chars(first, end_, value);
-  if (error != std::errc{} || !std::isfinite(value)) return false;
-  at_ = next;
-  return true;
-}
-
-bool PointTextLine::takeChannel(uint8_t& value) {
-  const auto [next, error] = std::from_chars(at_, end_, value);
-  if (error != std::errc{}) return false;
+  const char* const next = pointTakeReal(first, end_, value);
+  if (next == nullptr || !std::isfinite(value)) return false;
   at_ = next;
   return true;
 }
@@ -46,7 +31,7 @@ std::string_view PointTextLine::rest() const {
 }
 
 const char* PointTextLine::lineEnd() const {
-  const auto left = static_cast<size_t>(end_ - at_);
-  const void* found = left == 0 ? nullptr : std::memchr(at_, '\n', left);
+  if (at_ == end_ || *at_ == '\n') return at_;
+  const void* found = std::memchr(at_, '\n', static_cast<size_t>(end_ - at_));
   return found == nullptr ? end_ : static_cast<const char*>(found);
 }

@@ -21,7 +21,15 @@ class PointTextLine {
     return *at_ == '\r' && (at_ + 1 == end_ || at_[1] == '\n');
   }
   // Passes over one separator. False where there is none, so that "1 2 3x" or "1,,2" is no point.
-  bool skipSeparator();
+  bool skipSeparator() {
+    const char* const before = at_;
+    skipBlanks();
+    if (at_ != end_ && (*at_ == ',' || *at_ == ';')) {
+      ++at_;
+      skipBlanks();
+    }
+    return at_ != before;
+  }
   void skipBlanks() {
     while (at_ != end_ && (*at_ == ' ' || *at_ == '\t')) ++at_;
   }
@@ -29,7 +37,18 @@ class PointTextLine {
   // A finite number; nothing moves where there is none.
   bool takeReal(double& value);
   // A whole number from 0 to 255.
-  bool takeChannel(uint8_t& value);
+  bool takeChannel(uint8_t& value) {
+    unsigned number = 0;
+    const char* at = at_;
+    for (; at != end_ && *at >= '0' && *at <= '9'; ++at) {
+      number = number * 10 + static_cast<unsigned>(*at - '0');
+      if (number > 255) return false;
+    }
+    if (at == at_) return false;
+    at_ = at;
+    value = static_cast<uint8_t>(number);
+    return true;
+  }
   bool takeWhole(int64_t& value);
 
   const char* at() const { return at_; }

@@ -3,13 +3,20 @@
 #include <algorithm>
 #include <charconv>
 
+#include "components/points/formats/pointreal.h"
+
 namespace {
 
 constexpr std::string_view kBlanks = " \t";
 
+std::string_view withoutPlus(std::string_view word) {
+  if (word.starts_with('+') && !word.starts_with("+-")) word.remove_prefix(1);
+  return word;
+}
+
 template <class T>
 bool numberOf(std::string_view word, T& value) {
-  if (word.starts_with('+') && !word.starts_with("+-")) word.remove_prefix(1);
+  word = withoutPlus(word);
   const char* const end = word.data() + word.size();
   const auto [next, error] = std::from_chars(word.data(), end, value);
   return error == std::errc{} && next == end;
@@ -35,7 +42,11 @@ bool pointIsBlank(std::string_view line) {
   return line.find_first_not_of(kBlanks) == std::string_view::npos;
 }
 
-bool pointNumber(std::string_view word, double& value) { return numberOf(word, value); }
+bool pointNumber(std::string_view word, double& value) {
+  word = withoutPlus(word);
+  const char* const end = word.data() + word.size();
+  return !word.empty() && pointTakeReal(word.data(), end, value) == end;
+}
 
 bool pointNumber(std::string_view word, float& value) { return numberOf(word, value); }
 

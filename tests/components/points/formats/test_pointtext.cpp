@@ -59,6 +59,12 @@ TEST(PointText, ReadsCoordinatesWithAndWithoutColours) {
   EXPECT_EQ(colored.clouds[0].colors[0], (PointColor{84, 0, 255}));
 }
 
+TEST(PointText, TakesColoursWithZerosInFront) {
+  const Loaded parsed = parse("1 2 3 007 0000255 00\n");
+  ASSERT_TRUE(parsed.good) << parsed.told();
+  EXPECT_EQ(parsed.clouds[0].colors[0], (PointColor{7, 255, 0}));
+}
+
 TEST(PointText, TakesEachSeparatorAndLineEnd) {
   const char* const texts[] = {"1 2 3",      "1\t2\t3",      "1,2,3",      "1;2;3",
                                "1 , 2 ,\t3", " 1  2  3  ",   "1 2 3\n",    "1 2 3\r\n",
