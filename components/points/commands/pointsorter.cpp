@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
-#include <utility>
 
 #include "components/points/commands/pointset.h"
 #include "components/points/commands/pointwork.h"
@@ -13,9 +12,27 @@ namespace {
 // Leaves the sort from within, whose entries are dropped then.
 struct Stopped {};
 
-constexpr int64_t kLookEvery = 4096;  // comparisons between two looks at the listener
-
 }  // namespace
+
+// Counts the comparisons and looks at the listener now and then.
+class PointSorter::Watch {
+ public:
+  // `points`: how many are sorted.
+  Watch(PointWork& work, int64_t points)
+      : work_(work),
+        whole_(static_cast<int64_t>(
+            static_cast<double>(points) * std::log2(static_cast<double>(points) + 1) * 1.2 + 1)) {}
+  void count() {
+    if (++done_ % kLookEvery == 0 && !work_.step(done_, whole_)) throw Stopped();
+  }
+
+ private:
+  static constexpr int64_t kLookEvery = 4096;  // comparisons between two looks
+
+  PointWork& work_;
+  const int64_t whole_;  // about as many comparisons as there will be
+  int64_t done_ = 0;
+};
 
 uint64_t PointSorter::keyOf(double value) const {
   if (std::isnan(value)) return UINT64_MAX;
@@ -25,19 +42,24 @@ uint64_t PointSorter::keyOf(double value) const {
   return descending_ ? ~upwards : upwards;
 }
 
-bool PointSorter::before(PointSet& set, const Entry& a, const Entry& b) const {
-  if (a.key != b.key) return a.key < b.key;
-  if (axes_.size() > 1) {
-    int64_t size = 0;
-    const double* const one = set.run(a.item, size);
-    const double* const other = set.run(b.item, size);
-    for (size_t i = 1; i < axes_.size(); ++i) {
-      const uint64_t left = keyOf(one[axes_[i]]);
-      const uint64_t right = keyOf(other[axes_[i]]);
-      if (left != right) return left < right;
+// Sorts the entries by the keys that they hold, and those of equal keys by the next axis: the
+// points themselves are looked at once for each axis.
+void PointSorter::sort(PointSet& set, std::span<Entry> entries, size_t axis, Watch& watch) const {
+  std::sort(entries.begin(), entries.end(), [&watch](const Entry& a, const Entry& b) {
+    watch.count();
+    return a.key != b.key ? a.key < b.key : a.item < b.item;
+  });
+  if (++axis == axes_.size()) return;
+  for (size_t first = 0, end = 0; first < entries.size(); first = end) {
+    while (end < entries.size() && entries[end].key == entries[first].key) ++end;
+    if (end - first < 2) continue;
+    const std::span<Entry> equal = entries.subspan(first, end - first);
+    for (Entry& entry : equal) {
+      int64_t size = 0;
+      entry.key = keyOf(set.run(entry.item, size)[axes_[axis]]);
     }
+    sort(set, equal, axis, watch);
   }
-  return a.item < b.item;
 }
 
 bool PointSorter::find(PointSet& set, std::vector<uint32_t>& order, PointWork& work) const {
@@ -50,15 +72,9 @@ bool PointSorter::find(PointSet& set, std::vector<uint32_t>& order, PointWork& w
       entries[item] = {keyOf(xyz[3 * i + axes_[0]]), item};
     }
   }
-  // About as many comparisons as there will be.
-  const auto whole = static_cast<int64_t>(
-      static_cast<double>(count) * std::log2(static_cast<double>(count) + 1) * 1.2 + 1);
-  int64_t done = 0;
   try {
-    std::sort(entries.begin(), entries.end(), [&](const Entry& a, const Entry& b) {
-      if (++done % kLookEvery == 0 && !work.step(done, whole)) throw Stopped();
-      return before(set, a, b);
-    });
+    Watch watch(work, count);
+    sort(set, entries, 0, watch);
   } catch (const Stopped&) {
     return false;
   }

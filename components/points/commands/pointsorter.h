@@ -7,7 +7,10 @@
 // come last. 16 bytes for each point while it works. One thread.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <span>
+#include <utility>
 #include <vector>
 
 class PointSet;
@@ -25,12 +28,14 @@ class PointSorter {
 
  private:
   struct Entry {
-    uint64_t key;  // the coordinate along the first axis, as a number that sorts alike
+    uint64_t key;  // the coordinate along an axis, as a number that sorts alike
     uint32_t item;
   };
 
+  class Watch;
+
   uint64_t keyOf(double value) const;
-  bool before(PointSet& set, const Entry& a, const Entry& b) const;
+  void sort(PointSet& set, std::span<Entry> entries, size_t axis, Watch& watch) const;
 
   std::vector<int> axes_;
   bool descending_;
