@@ -39,15 +39,28 @@ class QuickSorter {
     push(first, last);
     while (stack_.Count() > bottom_) {
       const int32_t right = stack_.Take();
-      const int32_t left = stack_.Take();
-      const int32_t middle = partition(left, right, choosePivot(left, right));
-      open(left, middle - 1);
-      open(middle + 1, right);
+      int32_t left = stack_.Take();
+      // The part on the right is the next, so it need not wait on the stack.
+      for (;;) {
+        bool isTied = false;
+        const T pivot = choosePivot(left, right, isTied);
+        const int32_t middle = partition(left, right, pivot);
+        openLeft(left, middle - 1, isTied);
+        left = middle + 1;
+        if (!isLong(left, right)) {
+          sortShort(left, right, isTied);
+          break;
+        }
+      }
     }
   }
 
   // Requires: first < last.
-  void exchange(int32_t first, int32_t last) {
+  void exchange(int32_t first, int32_t last) { exchangeAll<false>(first, last); }
+
+ private:
+  template <bool isTied>
+  void exchangeAll(int32_t first, int32_t last) {
     const Elements elements = elements_;
     const Compare compare = compare_;
     for (int32_t i = first; i < last; ++i) {
@@ -55,18 +68,19 @@ class QuickSorter {
       for (int32_t j = i + 1; j <= last; ++j) {
         const T other = elements[j];
         const bool isBehind = compare(held, other) > 0;
-        exchangeWith(elements, j, other, isBehind, held);
+        exchangeWith<isTied>(elements, j, other, isBehind, held);
       }
       elements.put(i, held);
     }
   }
 
- private:
   // Leaves the one that stands before the other in `held`. Which it is, is anybody's guess, so
-  // where storing costs nothing it is not made a branch.
+  // where storing costs nothing it is not made a branch. Among equals the guess is known, and the
+  // next comparison need not wait for this one.
+  template <bool isTied>
   static void exchangeWith(const Elements& elements, int32_t j, const T& other, bool isBehind,
                            T& held) {
-    if constexpr (Elements::isFlat && sizeof(T) <= sizeof(void*)) {
+    if constexpr (Elements::isFlat && sizeof(T) <= sizeof(void*) && !isTied) {
       elements.put(j, isBehind ? held : other);
       held = isBehind ? other : held;
     } else if (isBehind) {
@@ -80,33 +94,42 @@ class QuickSorter {
     stack_.Add(last);
   }
 
-  void open(int32_t first, int32_t last) {
+  // `isTied`: the elements are likely to be equal.
+  void openLeft(int32_t first, int32_t last, bool isTied) {
     if (isLong(first, last)) {
       push(first, last);
-    } else if (first < last) {
-      exchange(first, last);
+    } else {
+      sortShort(first, last, isTied);
     }
   }
+  void sortShort(int32_t first, int32_t last, bool isTied) {
+    if (first >= last) return;
+    isTied ? exchangeAll<true>(first, last) : exchangeAll<false>(first, last);
+  }
 
-  // The median of the first, the middle and the last, which ends beside the first one.
-  T choosePivot(int32_t left, int32_t right) {
+  // The median of the first, the middle and the last, which ends beside the first one. `isTied`
+  // tells whether all three are equal, so that the others probably are.
+  T choosePivot(int32_t left, int32_t right, bool& isTied) {
     const auto middle = static_cast<int32_t>((int64_t{left} + right) >> 1);
     T low = elements_[left];
     T high = elements_[right];
     T pivot = elements_[middle];
     const T beside = elements_[left + 1];
-    if (compare_(low, high) > 0) {
+    const int32_t ends = compare_(low, high);
+    if (ends > 0) {
       std::swap(low, high);
       elements_.put(left, low);
       elements_.put(right, high);
     }
-    if (compare_(high, pivot) < 0) {
+    const int32_t upper = compare_(high, pivot);
+    if (upper < 0) {
       elements_.put(right, pivot);
       pivot = high;
     } else if (compare_(pivot, low) < 0) {
       elements_.put(left, pivot);
       pivot = low;
     }
+    isTied = ends == 0 && upper == 0;
     elements_.put(left + 1, pivot);
     elements_.put(middle, beside);
     return pivot;

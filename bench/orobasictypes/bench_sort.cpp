@@ -44,16 +44,20 @@ void compareSort(bench::Ratios& ratios, const std::string& name, int32_t count, 
   std::mt19937 random(1);
   for (double& value : values) value = random() % keys;
   ByKey byKey(values);
+  OroMM::IntArray unsorted(count);
+  for (int32_t i = 0; i < count; ++i) unsorted.Set(i, i);
+  std::vector<int32_t> unsortedFlat(static_cast<size_t>(count));
+  std::iota(unsortedFlat.begin(), unsortedFlat.end(), 0);
   OroMM::IntArray index(count);
-  std::vector<int32_t> flat(static_cast<size_t>(count));
+  std::vector<int32_t> flat(unsortedFlat.size());
   ratios.compare(
       "index sort, " + name, "std::sort", 1.05,
       [&] {
-        for (int32_t i = 0; i < count; ++i) index.Set(i, i);
+        index.Assign(unsorted, count);
         quickSort(index, 0, count - 1, byKey);
       },
       [&] {
-        std::iota(flat.begin(), flat.end(), 0);
+        flat = unsortedFlat;
         sortByStandard(flat, byKey);
       });
 }
