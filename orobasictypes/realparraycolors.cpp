@@ -281,6 +281,8 @@ int32_t RealPArray::ReadColors(BinInput& input) {
     const bool isPacked = (flags & kPacked) != 0;
     const int64_t bytes = isPacked ? sizeof(uint32_t) : 3 * sizeof(float);
     if (!input.Read(&count, 1) || count < 0 || !canHoldBytes(input, count * bytes)) return 0;
+    // An object that holds packed colours would round the floats to them.
+    if (packed_ && !isPacked) extra_->ClearColors();
     packed_ = isPacked;
     if (!(packed_ ? readPackedColors(input, count) : readFloatColors(input, count))) return 0;
   }

@@ -9,6 +9,7 @@
 #include "components/points/pointarrayfactory.h"
 #include "components/points/pointextrainfo.h"
 #include "tests/components/pointclouds.h"
+#include "tests/orobasictypes/memorymedia.h"
 #include "tests/support/countingmanager.h"
 
 namespace {
@@ -66,6 +67,27 @@ TEST_F(PointCloudTest, TakesColoursFromTheFirstPointOrNever) {
   EXPECT_EQ(color, PointColor());
   colored.dropColors();
   EXPECT_FALSE(colored.hasColors());
+}
+
+TEST_F(PointCloudTest, ReadsFloatColoursOverPackedOnesAsTheyAre) {
+  const float color[3] = {0.1F, 0.2F, 0.3F};  // not to be had with 8 bits
+  const IPtr<OroVectorArray> written(new OroVectorArray);
+  written->Add(1, 2, 3);
+  written->SetExtraInfo(new PointExtraInfo);
+  written->SetColor(1, color);
+  tests::MemoryOutput output;
+  ASSERT_TRUE(written->WriteColors(output, 1, nullptr));
+  ASSERT_TRUE(output.FlushBuffer());
+
+  PointCloud cloud;
+  fill(cloud, {{1, 2, 3}}, {{7, 8, 9}});
+  ASSERT_TRUE(cloud.points().HasPackedColors());
+  tests::MemoryInput input(output.bytes);
+  EXPECT_EQ(cloud.points().ReadColors(input), 1);
+  EXPECT_FALSE(cloud.points().HasPackedColors());
+  float found[3] = {};
+  EXPECT_TRUE(cloud.points().GetColorF(1, found));
+  EXPECT_THAT(found, testing::ElementsAreArray(color));
 }
 
 TEST_F(PointCloudTest, KeepsTheLastPointToo) {

@@ -986,6 +986,16 @@ TEST_F(ColorChunk, IsReadIntoColoursOfItsForm) {
   EXPECT_FALSE(points_->HasPackedColors());
 }
 
+TEST_F(ColorChunk, BringsPackedColoursBackToFloats) {
+  FakeExtraInfo& info = addColors(*points_, {{}, {}, {}});
+  points_->SetPackedColors(true);
+  MemoryInput input(bytesOfWords({1, 1, one, half, 0}));
+  EXPECT_EQ(points_->ReadColors(input), 1);
+  EXPECT_THAT(info.take(),
+              ElementsAre("ClearColors", "SetCapacity 1", "SetColorF 0", "SetCount 2"));
+  EXPECT_FALSE(points_->HasPackedColors());
+}
+
 TEST_F(ColorChunk, IsReadInOneGoWhenItIsPacked) {
   FakeExtraInfo& info = addColors(*points_, {});
   info.packed.resize(3);
