@@ -119,7 +119,10 @@ void ArrayBase::setTableCount(int32_t count) {
     table_.capacity = kelRealloc(table_.blocks, sizeof(void*), old, capacity, capacity);
     std::fill(table_.blocks + old, table_.blocks + table_.capacity, nullptr);
   }
-  for (int32_t block = count; block < table_.count; ++block) table_.blocks[block] = nullptr;
+  for (int32_t block = count; block < table_.count; ++block) {
+    // One that was written beyond the size; no other way leads back to it.
+    if (table_.blocks[block] != nullptr) free(std::exchange(table_.blocks[block], nullptr));
+  }
   table_.count = count;
 }
 

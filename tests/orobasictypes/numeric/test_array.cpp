@@ -238,6 +238,21 @@ TEST_F(SplitArray, LeavesNoEntryBehindTheOnesInUse) {
   for (int32_t i = 1; i < array.Table().capacity; ++i) EXPECT_EQ(array.Table().blocks[i], nullptr);
 }
 
+TEST_F(SplitArray, GivesBackWhatWasWrittenBeyondItsSizeWhenItShrinks) {
+  IntArray array(2048);
+  array.Set(0, 1);
+  array.Set(5 * 2048, 2);
+  log();
+  array.Resize(0, false);
+  EXPECT_THAT(log(), ElementsAre("free 1", "free 2"));
+  array.Set(3 * 2048, 3);
+  log();
+  array.Resize(2048, false);
+  EXPECT_THAT(log(), ElementsAre("free 3")) << "of an array without a size too";
+  array.Resize(0, false);
+  EXPECT_THAT(log(), ElementsAre("free null"));
+}
+
 TEST_F(SplitArray, ClearsTheTailOfALastBlockThatWasNotWhole) {
   for (const int32_t newSize : {1010, 2048, 9000}) {
     RawArray array(1000);
