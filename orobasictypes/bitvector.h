@@ -112,6 +112,10 @@ class BitVector : public OroShared {
   // Calls visit(i) for each set bit, upwards. It may clear the bit that it is given.
   template <class Visit>
   void ForEachSet(Visit&& visit) const;
+  // Calls visit(bits, i) for the 64 bits from each multiple i of 64 on, upwards, where one of them
+  // is set.
+  template <class Visit>
+  void ForEachPair(Visit&& visit) const;
 
   // The number of set bits, noted once it is counted; Recount counts whatever is known.
   int32_t CountSet() const;
@@ -365,6 +369,19 @@ template <class Visit>
   for (int32_t word = 0; word < end;) {
     const Stretch part = stretch(word, end);
     if (part.words != nullptr) bitwords::forEachSet(part.words, part.count, word * 32, visit);
+    word += part.count;
+  }
+}
+
+template <class Visit>
+[[gnu::always_inline]] inline void BitVector::ForEachPair(Visit&& visit) const {
+  const int32_t end = wordCount();
+  for (int32_t word = 0; word < end;) {
+    const Stretch part = stretch(word, end);
+    for (int32_t i = 0; part.words != nullptr && i < part.count; i += 2) {
+      const uint64_t bits = bitwords::pairAt(part.words + i, i + 1 < part.count);
+      if (bits != 0) visit(bits, (word + i) * 32);
+    }
     word += part.count;
   }
 }

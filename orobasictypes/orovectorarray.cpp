@@ -45,7 +45,8 @@ bool OroVectorArray::Materialize() {
 }
 
 int32_t OroVectorArray::Add(const OroVector& point) {
-  if (count_ == INT32_MAX) return 0;
+  // A count that SetCount made, which nobody checks.
+  if (count_ < -1 || count_ == INT32_MAX) return 0;
   const OroVector added = point;  // it may be one of this array's
   ++count_;
   while (count_ >= points_.Size()) {
@@ -69,10 +70,30 @@ int32_t OroVectorArray::AddAll(const OroVector* points, int32_t n) {
     const int32_t last = Add(points[done++]);
     if (last == 0) return 0;
     const int32_t fitting = std::min(n - done, points_.Size() - 1 - last);
-    for (int32_t i = 1; i <= fitting; ++i) points_.Set(last + i, points[done++]);
+    setAll(last + 1, points + done, fitting);
+    done += fitting;
     count_ = last + fitting;
   }
   return count_;
+}
+
+// As Set for each of them: a block that is absent stays so while origins come.
+void OroVectorArray::setAll(int32_t first, const OroVector* points, int32_t n) {
+  while (n > 0) {
+    const int32_t place = first & OroMM::VectorArray::mask;
+    const int32_t size = std::min(n, OroMM::VectorArray::perBlock - place);
+    const int32_t block = first >> OroMM::VectorArray::shift;
+    OroVector* elements = points_.Block(block);
+    int32_t done = 0;
+    for (; elements == nullptr && done < size; ++done) {
+      points_.Set(first + done, points[done]);
+      elements = points_.Block(block);
+    }
+    if (elements != nullptr) std::copy_n(points + done, size - done, elements + place + done);
+    first += size;
+    points += size;
+    n -= size;
+  }
 }
 
 bool OroVectorArray::Set(int32_t i, const OroVector& point) {
@@ -111,7 +132,8 @@ bool OroVectorArray::Insert(int32_t i, const OroVector& point) {
 // The place behind the last point is read as well: it is there, the room being above the count.
 bool OroVectorArray::Remove(int32_t i) {
   if (i < 1 || i > count_) return false;
-  for (int32_t k = i; k <= count_; ++k) points_.Set(k, points_.Get(k + 1));
+  for (int32_t k = i; k < count_; ++k) points_.Set(k, points_.Get(k + 1));
+  points_.Set(count_, count_ < INT32_MAX ? points_.Get(count_ + 1) : OroVector());
   return RemoveLast(1);
 }
 

@@ -83,7 +83,7 @@ class OroVectorArray : public RealPArray {
   static constexpr int32_t chunkVersion = 0;
   static constexpr int32_t leastRoom = 16;  // points
 
-  bool makeRoomFor(int32_t index);
+  void setAll(int32_t first, const OroVector* points, int32_t n);
 
   OroMM::VectorArray points_;  // element 0 is no point
   int32_t count_ = 0;          // the highest point in use

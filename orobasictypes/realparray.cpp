@@ -3,6 +3,7 @@
 #include <emmintrin.h>
 
 #include <algorithm>
+#include <bit>
 #include <utility>
 
 #include "interfaces/IOroPointExtraInfo.h"
@@ -39,11 +40,48 @@ void beginBox(int32_t count, OroVector& min, OroVector& max) {
   max = OroVector(0 - edge, 0 - edge, 0 - edge);
 }
 
-// Whether the points that the mask has come in long stretches, so that these are worth finding. Of
-// a count that is not known none is kept: others may read the mask as well.
-bool isDense(const BitVector& mask, int32_t count) {
+// How the points that a mask has lie: far apart, so that the processor finds none of them by
+// itself; mixed with others; or in stretches that are worth finding.
+enum class Spread { sparse, mixed, dense };
+
+// Of a count that is not known none is kept: others may read the mask as well.
+Spread spreadOf(const BitVector& mask, int32_t count) {
   const int32_t known = mask.KnownCount();
-  return (known >= 0 ? known : mask.CountAfter(0)) >= int64_t{count} * 7 / 8;
+  const int64_t set = known >= 0 ? known : mask.CountAfter(0);
+  if (set >= int64_t{count} * 7 / 8) return Spread::dense;
+  return set < count / 16 ? Spread::sparse : Spread::mixed;
+}
+
+// The points that the mask has, of the first `count`, one by one: visit(point), where an absent one
+// is null.
+template <class Visit>
+void forEachSingle(const OroMM::VectorArray& points, const BitVector& mask, int32_t count,
+                   Visit&& visit) {
+  const auto limit = static_cast<uint32_t>(std::max(count, 0));
+  mask.ForEachSet([&](int32_t b) __attribute__((always_inline)) {
+    if (static_cast<uint32_t>(b) - 1 < limit) visit(pointruns::at(points, b));
+  });
+}
+
+// The same for points that lie far apart: each is asked for long before it is its turn. What is
+// visited may change points at places that are not above how many were visited.
+template <class Visit>
+void forEachFar(const OroMM::VectorArray& points, const BitVector& mask, int32_t count,
+                Visit&& visit) {
+  constexpr uint32_t ahead = 32;
+  const OroVector* coming[ahead];
+  uint32_t seen = 0;
+  const auto ask = [&](const OroVector* point) __attribute__((always_inline)) {
+    const OroVector*& slot = coming[seen % ahead];
+    if (seen >= ahead) visit(slot);
+    slot = point;
+    ++seen;
+    if (point == nullptr) return;
+    _mm_prefetch(&point->x, _MM_HINT_T0);
+    _mm_prefetch(&point->z, _MM_HINT_T0);
+  };
+  forEachSingle(points, mask, count, ask);
+  for (uint32_t i = seen - std::min(seen, ahead); i < seen; ++i) visit(coming[i % ahead]);
 }
 
 // The box of points that come one by one, in registers. The minimum keeps its second operand where
@@ -76,15 +114,17 @@ class GrowingBox {
 };
 
 void widenBySingle(const OroMM::VectorArray& points, const BitVector& mask, int32_t count,
-                   OroVector& min, OroVector& max) {
+                   Spread spread, OroVector& min, OroVector& max) {
   const OroVector origin;
-  const auto limit = static_cast<uint32_t>(count);
   GrowingBox box(min, max);
-  mask.ForEachSet([&](int32_t b) __attribute__((always_inline)) {
-    if (static_cast<uint32_t>(b) - 1 >= limit) return;
-    const OroVector* const point = pointruns::at(points, b);
+  const auto widen = [&](const OroVector* point) __attribute__((always_inline)) {
     box.add(point != nullptr ? *point : origin);
-  });
+  };
+  if (spread == Spread::sparse) {
+    forEachFar(points, mask, count, widen);
+  } else {
+    forEachSingle(points, mask, count, widen);
+  }
   box.get(min, max);
 }
 
@@ -115,26 +155,72 @@ void changeBlocks(OroMM::VectorArray& points, int32_t count, const PointChange& 
   });
 }
 
-// Moves single points down to the places from 1 on; returns how many.
-int32_t moveSingle(OroMM::VectorArray& points, const BitVector& mask, int32_t last) {
-  constexpr int32_t inBlock = OroMM::VectorArray::mask;
-  const auto limit = static_cast<uint32_t>(std::max(last, 0));
-  const OroVector origin;
-  int32_t kept = 0;
-  OroVector* target = nullptr;  // the block that place `kept` + 1 lies in, where it exists
-  mask.ForEachSet([&](int32_t b) __attribute__((always_inline)) {
-    if (static_cast<uint32_t>(b) - 1 >= limit) return;
-    const OroVector* const source = pointruns::at(points, b);
-    const OroVector& point = source != nullptr ? *source : origin;
-    const int32_t to = ++kept;
-    if (target == nullptr || (to & inBlock) == 0) {
-      points.Set(to, point);
-      target = points.Block(to >> OroMM::VectorArray::shift);
-    } else {
-      target[to & inBlock] = point;
+// Stores a point past the caches, which need not fetch its place first.
+void storeFar(OroVector& place, const OroVector& point) {
+  auto* const to = reinterpret_cast<long long*>(&place.x);
+  _mm_stream_si64(to, std::bit_cast<long long>(point.x));
+  _mm_stream_si64(to + 1, std::bit_cast<long long>(point.y));
+  _mm_stream_si64(to + 2, std::bit_cast<long long>(point.z));
+}
+
+// Moves single points down to the places from 1 on.
+class PointsDown {
+ public:
+  explicit PointsDown(OroMM::VectorArray& points) : points_(points) {}
+  ~PointsDown() { _mm_sfence(); }
+  PointsDown(const PointsDown&) = delete;
+  PointsDown& operator=(const PointsDown&) = delete;
+
+  int32_t count() const { return count_; }
+
+  // Null is an origin, for which no block is made.
+  void put(const OroVector* point) {
+    points_.Set(++count_, point != nullptr ? *point : OroVector());
+  }
+  // Those of the 64 points from `first` on that `bits` has. Requires: they lie in one block.
+  void put(uint64_t bits, int32_t first) {
+    const OroVector* const source = pointruns::at(points_, first);
+    const int32_t place = count_ + 1;
+    const int32_t inBlock = place & OroMM::VectorArray::mask;
+    const int32_t size = std::popcount(bits);
+    OroVector* const block = points_.Block(place >> OroMM::VectorArray::shift);
+    if (source == nullptr || block == nullptr || inBlock + size > OroMM::VectorArray::perBlock) {
+      for (; bits != 0; bits &= bits - 1) {
+        put(source != nullptr ? source + std::countr_zero(bits) : nullptr);
+      }
+      return;
     }
-  });
-  return kept;
+    count_ += size;
+    OroVector* to = block + inBlock;
+    if (first - place > farAway) {
+      for (; bits != 0; bits &= bits - 1) storeFar(*to++, source[std::countr_zero(bits)]);
+    } else {
+      for (; bits != 0; bits &= bits - 1) *to++ = source[std::countr_zero(bits)];
+    }
+  }
+
+ private:
+  // In points, 24 MiB: what is so far behind has left the caches.
+  static constexpr int32_t farAway = 1 << 20;
+
+  OroMM::VectorArray& points_;
+  int32_t count_ = 0;
+};
+
+// The points that the mask has, of the first `last`; returns how many.
+int32_t moveSingle(OroMM::VectorArray& points, const BitVector& mask, int32_t last, Spread spread) {
+  PointsDown down(points);
+  if (spread == Spread::sparse) {
+    forEachFar(points, mask, last, [&down](const OroVector* point) { down.put(point); });
+  } else {
+    mask.ForEachPair([&](uint64_t bits, int32_t first) {
+      if (first > last) return;
+      if (last - first < 63) bits &= UINT64_MAX >> (63 - (last - first));
+      if (first == 0) bits &= ~uint64_t{1};
+      down.put(bits, first);
+    });
+  }
+  return down.count();
 }
 
 // Moves a stretch of points down, block by block. An absent block stays so while origins come.
@@ -308,8 +394,9 @@ void RealPArray::GetBounds(OroVector& min, OroVector& max, const BitVector& mask
   const int32_t count = GetCount();
   beginBox(count, min, max);
   const OroMM::VectorArray* const points = Blocks();
-  if (points != nullptr && !isDense(mask, count)) {
-    return widenBySingle(*points, mask, count, min, max);
+  const Spread spread = points != nullptr ? spreadOf(mask, count) : Spread::mixed;
+  if (points != nullptr && spread != Spread::dense) {
+    return widenBySingle(*points, mask, count, spread, min, max);
   }
   const OroVector origin;
   pointruns::forEachMasked(*this, mask, count, [&](const OroVector* run, int32_t, int32_t size) {
@@ -339,19 +426,21 @@ void RealPArray::Transform(const OroMatrix& matrix) {
 }
 
 void RealPArray::Compress(const BitVector& mask) {
-  const int32_t count = GetCount();
+  const int32_t count = std::max(GetCount(), 0);
+  const int32_t last = count - 1;
   int32_t kept = 0;
   OroMM::VectorArray* const points = blocks();
-  if (points != nullptr && !isDense(mask, count)) {
-    kept = moveSingle(*points, mask, count - 1);
+  const Spread spread = points != nullptr ? spreadOf(mask, count) : Spread::mixed;
+  if (points != nullptr && spread != Spread::dense) {
+    kept = moveSingle(*points, mask, last, spread);
   } else if (points != nullptr) {
-    pointruns::forEachStretch(mask, count - 1, [&](int32_t first, int32_t size) {
+    pointruns::forEachStretch(mask, last, [&](int32_t first, int32_t size) {
       if (first != kept + 1) moveDown(*points, first, kept + 1, size);
       kept += size;
     });
   } else {
     OroVector point;
-    for (int32_t i = 1; i < count; ++i) {
+    for (int32_t i = 1; i <= last; ++i) {
       if (!mask.Test(i)) continue;
       Get(i, point);
       Set(++kept, point);

@@ -3,6 +3,9 @@
 // The array is not owned: its maker keeps it alive. Points that come later are not counted.
 #pragma once
 
+#include <algorithm>
+#include <cstdint>
+
 #include "orobasictypes/irealparray.h"
 #include "orobasictypes/orooffers.h"
 #include "orobasictypes/vertexarrayimp.h"
@@ -13,7 +16,7 @@ class VertexArrayRPA : public VertexArrayImp {
   using Offers = OroOffers<VertexArrayRPA, VertexArrayImp>;
 
   explicit VertexArrayRPA(const IRealPArray& array)
-      : array_(&array), limit_(array.GetCount() + 1) {}
+      : array_(&array), limit_(std::min(array.GetCount(), INT32_MAX - 1) + 1) {}
   void queryInterface(const char* name, void* out) override { Offers::query(*this, name, out); }
   const char* getClassName() const override { return className(); }
 

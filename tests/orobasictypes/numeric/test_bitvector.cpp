@@ -1,5 +1,6 @@
 #include "orobasictypes/bitvector.h"
 
+#include <bit>
 #include <cstring>
 #include <functional>
 #include <numeric>
@@ -510,6 +511,13 @@ TEST_F(Bits, AreVisited) {
     std::vector<int32_t> visited;
     bits.ForEachSet([&](int32_t b) { visited.push_back(b); });
     EXPECT_EQ(visited, expected);
+    std::vector<int32_t> inPairs;
+    bits.ForEachPair([&](uint64_t pair, int32_t first) {
+      EXPECT_EQ(first % 64, 0);
+      EXPECT_NE(pair, 0U);
+      for (; pair != 0; pair &= pair - 1) inPairs.push_back(first + std::countr_zero(pair));
+    });
+    EXPECT_EQ(inPairs, expected);
     std::vector<int32_t> walked;
     for (BitVectorIter i(bits); !i.AtEnd(); i.Next()) walked.push_back(i.Bit());
     EXPECT_EQ(walked, expected);

@@ -16,6 +16,7 @@
 #include "orobasictypes/bitvector.h"
 #include "orobasictypes/oromatrix.h"
 #include "orobasictypes/oropath.h"
+#include "orobasictypes/vertexarrayrpa.h"
 #include "tests/orobasictypes/memorymedia.h"
 #include "tests/orobasictypes/numeric/bitmodel.h"
 #include "tests/orobasictypes/numeric/notfinite.h"
@@ -232,6 +233,37 @@ TEST_F(VectorArrayTest, KeepsBlocksWhenItIsCleared) {
   EXPECT_THAT(log(), ElementsAre("free 1", "free 2"));
 }
 
+TEST_F(VectorArrayTest, GivesBackThePointsBeyondItsRoomWhenAllIsCleared) {
+  for (const int32_t room : {0, 1000}) {
+    const IPtr<OroVectorArray> array(new OroVectorArray(room));
+    array->SetExisting(5000, OroVector(1, 2, 3));
+    ASSERT_EQ(memory_.manager->living(), 1) << room;
+    array->ClearAll();
+    EXPECT_EQ(memory_.manager->living(), 0) << room;
+    EXPECT_EQ(array->GetCapacity(), 0);
+  }
+}
+
+TEST_F(VectorArrayTest, StaysSoundAtACountThatNobodyChecked) {
+  const IPtr<OroVectorArray> array = numbered(3);
+  array->SetCount(INT32_MIN);
+  array->Compress(bitsOf({1, 2}));
+  EXPECT_EQ(array->GetCount(), 0);
+  array->SetCount(INT32_MIN);
+  EXPECT_EQ(array->Add(1, 2, 3), 0);
+  EXPECT_EQ(array->GetCount(), INT32_MIN);
+  array->SetCount(INT32_MAX);
+  const IPtr<VertexArrayRPA> vertices(new VertexArrayRPA(*array));
+  EXPECT_EQ(vertices->Limit(), INT32_MAX);
+  EXPECT_TRUE(array->Remove(INT32_MAX));
+  EXPECT_EQ(array->GetCount(), INT32_MAX - 1);
+  EXPECT_TRUE(array->Remove(INT32_MAX - 1));
+  EXPECT_EQ(array->GetCount(), INT32_MAX - 2);
+  EXPECT_FALSE(array->Remove(INT32_MAX));
+  array->SetCount(3);
+  EXPECT_THAT(numbersOf(*array), ElementsAre(1, 2, 3));
+}
+
 TEST_F(VectorArrayTest, InsertsAndRemovesPoints) {
   const IPtr<OroVectorArray> array = numbered(3);
   EXPECT_TRUE(array->Insert(4, OroVector(4, 0, 0)));
@@ -359,6 +391,61 @@ TEST_F(VectorArrayTest, CompressesAbsentBlocksToNothing) {
   EXPECT_EQ(array->GetCount(), 1500);
   EXPECT_EQ(array->GetVector(1500), OroVector(5, 6, 7));
   EXPECT_THAT(log(), ElementsAre("alloc 2 24576 zero"));
+}
+
+// Three of the blocks are absent; the masks have one point in `every`.
+TEST_F(VectorArrayTest, TakesMasksOfAnyDensityLikeAPlainLoop) {
+  constexpr int32_t count = 20000;
+  std::mt19937 random(3);
+  const IPtr<OroVectorArray> array(new OroVectorArray(count + 1));
+  for (int32_t i = 1; i <= count; ++i) {
+    const int32_t block = i / 1024;
+    const bool isAbsent = block == 3 || block == 4 || block == 11;
+    array->Set(i, isAbsent ? OroVector() : OroVector(i, random() % 1000, 0.5));
+  }
+  array->SetCount(count);
+  for (const uint32_t every : {1U, 2U, 15U, 17U, 100U, 700U, 100000U}) {
+    BitVector mask;
+    for (int32_t i = 0; i <= count + 50; ++i) {
+      if (random() % every == 0) mask.Set(i);
+    }
+    OroVector low(1e42, 1e42, 1e42);
+    OroVector high = -low;
+    Points kept;
+    for (int32_t i = 1; i <= count; ++i) {
+      if (!mask.Test(i)) continue;
+      const OroVector point = array->GetVector(i);
+      low = {std::min(low.x, point.x), std::min(low.y, point.y), std::min(low.z, point.z)};
+      high = {std::max(high.x, point.x), std::max(high.y, point.y), std::max(high.z, point.z)};
+      if (i < count) kept.push_back(point);
+    }
+    OroVector min;
+    OroVector max;
+    array->GetBounds(min, max, mask);
+    EXPECT_EQ(min, low) << every;
+    EXPECT_EQ(max, high) << every;
+    const IPtr<OroVectorArray> copy(new OroVectorArray(*array));
+    copy->Compress(mask);
+    ASSERT_EQ(copy->GetCount(), static_cast<int32_t>(kept.size())) << every;
+    for (int32_t i = 1; i <= copy->GetCount(); ++i) {
+      ASSERT_EQ(copy->GetVector(i), kept[static_cast<size_t>(i) - 1]) << every << " " << i;
+    }
+  }
+}
+
+TEST_F(VectorArrayTest, MovesPointsFarDown) {
+  constexpr int32_t count = 1500000;
+  memory_.manager->logs = false;
+  const IPtr<OroVectorArray> array = numbered(count);
+  BitVector mask(count);
+  for (int32_t i = 1; i < count; i += i % 8 == 0 ? 3 : 5) mask.Set(i);
+  const int32_t kept = mask.CountSet();
+  array->Compress(mask);
+  ASSERT_EQ(array->GetCount(), kept);
+  int32_t at = 0;
+  for (int32_t b = mask.NextSet(0); b > 0; b = mask.NextSet(b)) {
+    ASSERT_EQ(array->GetVector(++at), OroVector(b, 0, 0));
+  }
 }
 
 TEST_F(VectorArrayTest, MakesTheBlocksOfPointsThatTheSortMoves) {
