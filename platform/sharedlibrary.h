@@ -18,7 +18,8 @@ enum class LibrarySearch { alteredPath, plain };
 
 /// Opens a library, null on failure. A bare name is looked for in the library directory first.
 /// On failure errorText, if given, becomes "0x", the error number in hexadecimal, ":" and the
-/// system's message, at most 254 bytes of it.
+/// system's message, at most 254 bytes of it; on Linux a text that stands there already is left
+/// when a bare name is not found. A file that is cut short is a failure like any other.
 void* openLibrary(std::u16string_view name, LibrarySearch how, std::string* errorText = nullptr);
 
 /// The address of an exported symbol, null if the library has none of that name.

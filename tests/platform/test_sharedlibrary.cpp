@@ -3,6 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <string_view>
 
 #include "platform/text.h"
 #include "tests/platform/textof.h"
@@ -99,6 +103,49 @@ TEST_F(SharedLibrary, DamagedFileGivesANumber) {
   const tests::TempFolder folder;
   const auto file = folder.write(leaf_, "this is no library");
   EXPECT_EQ(open(tests::textOf(file)), nullptr);
+  EXPECT_TRUE(isErrorText(errorText_)) << errorText_;
+}
+
+// The loader of one system maps without looking; touching what is not there would end the process.
+TEST_F(SharedLibrary, AFileThatHasLostItsEndDoesNotOpen) {
+  const tests::TempFolder folder;
+  std::ifstream probe(probe_, std::ios::binary);
+  const std::string bytes{std::istreambuf_iterator<char>(probe), {}};
+  ASSERT_GT(bytes.size(), 4096u);
+  // What only debuggers read stands at the end and may be missing.
+  for (size_t size = 0; size < bytes.size() * 3 / 4; size += size < 512 ? 13 : 509) {
+    const auto file = folder.write(leaf_, std::string_view(bytes).substr(0, size));
+    errorText_.clear();
+    void* const library = open(tests::textOf(file));
+    if (library == nullptr) {
+      EXPECT_TRUE(isErrorText(errorText_)) << size << ": " << errorText_;
+      EXPECT_FALSE(errorText_.ends_with(":")) << size << ": " << errorText_;
+      continue;
+    }
+    // Whole where it counts, then.
+    using Answer = int (*)();
+    const auto answer = reinterpret_cast<Answer>(platform::librarySymbol(library_, "probeAnswer"));
+    ASSERT_NE(answer, nullptr) << size;
+    EXPECT_EQ(answer(), 42) << size;
+    platform::closeLibrary(library_);
+    library_ = nullptr;
+  }
+}
+
+TEST_F(SharedLibrary, AHalfAndAnEmptyFileDoNotOpen) {
+  const tests::TempFolder folder;
+  std::ifstream probe(probe_, std::ios::binary);
+  const std::string bytes{std::istreambuf_iterator<char>(probe), {}};
+  for (const size_t size : {size_t{0}, size_t{1}, size_t{64}, size_t{700}, size_t{4096}}) {
+    const auto file = folder.write(leaf_, std::string_view(bytes).substr(0, size));
+    EXPECT_EQ(open(tests::textOf(file)), nullptr) << size;
+  }
+}
+
+TEST_F(SharedLibrary, AFolderOfThatNameDoesNotOpen) {
+  const tests::TempFolder folder;
+  std::filesystem::create_directory(folder.file(leaf_));
+  EXPECT_EQ(open(tests::textOf(folder.file(leaf_))), nullptr);
   EXPECT_TRUE(isErrorText(errorText_)) << errorText_;
 }
 
