@@ -4,6 +4,8 @@ namespace {
 
 ComponentLoadListener toldListener = nullptr;
 void* toldContext = nullptr;
+ToldLibraryQuestion askedQuestion = nullptr;
+void* askedContext = nullptr;
 
 }  // namespace
 
@@ -14,4 +16,13 @@ void setComponentLoadListener(ComponentLoadListener listener, void* context) {
 
 void tellComponentLoad(const ComponentLoad& load) {
   if (toldListener != nullptr) toldListener(load, toldContext);
+}
+
+void setToldLibraryQuestion(ToldLibraryQuestion question, void* context) {
+  askedQuestion = question;
+  askedContext = context;
+}
+
+bool isToldLibrary(const OroString& path) {
+  return askedQuestion != nullptr && askedQuestion(path, askedContext);
 }

@@ -22,6 +22,12 @@ void ProductCopy::removeLibrary(const std::string& stem) const {
   for (const char* suffix : kSuffixes) fs::remove(file(stem + suffix));
 }
 
+void ProductCopy::cutLibrary(const std::string& stem, std::uintmax_t size) const {
+  for (const char* suffix : kSuffixes) {
+    if (fs::exists(file(stem + suffix))) fs::resize_file(file(stem + suffix), size);
+  }
+}
+
 void ProductCopy::replaceLibrary(const std::string& stem, const std::string& testLibrary) const {
   removeLibrary(stem);
   for (const char* suffix : kSuffixes) {

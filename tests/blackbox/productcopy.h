@@ -2,6 +2,7 @@
 
 // The staged product in a folder of its own, whose libraries and description may be changed.
 
+#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <utility>
@@ -22,6 +23,8 @@ class ProductCopy {
   /// Puts the library made for tests in the place of one of the product's.
   void replaceLibrary(const std::string& stem, const std::string& testLibrary) const;
   void removeLibrary(const std::string& stem) const;
+  /// Leaves the first so many bytes of it.
+  void cutLibrary(const std::string& stem, std::uintmax_t size) const;
   /// Replaces the text, which must stand in the description; empty adds it at the end.
   void changeDescription(const std::string& from, const std::string& to) const;
 

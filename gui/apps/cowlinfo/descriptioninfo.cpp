@@ -109,13 +109,16 @@ class DescriptionTree {
   }
 
   void showComponent(const Description::ComponentEntry& component) {
-    IOroComponent* loaded = nullptr;
-    oroBroker()->componentManager()->getComponent(component.id, narrow(component.group), &loaded);
     std::string text = "component " + shownText(component.library) + " \"" +
                        shownText(component.name) + "\" " + idText(component.id);
     if (!component.group.empty()) text += " in group " + shownText(component.group);
+    // Loading runs code of the library: should it end the process, this is the last that is seen.
+    report_.lines += "  " + text;
+    report_.showLines();
+    IOroComponent* loaded = nullptr;
+    oroBroker()->componentManager()->getComponent(component.id, narrow(component.group), &loaded);
     const ComponentLoad* const load = session_.loadOf(libraryOf(component));
-    report_.line(1, text + ": " + howLoaded(loaded, load));
+    report_.line(0, ": " + howLoaded(loaded, load));
     if (loaded == nullptr) {
       problem(component, load == nullptr ? infoText("it was not loaded") : loadProblem(*load));
     }

@@ -12,6 +12,7 @@
 #include "gui/apps/cowlinfo/settingsinfo.h"
 #include "orobasictypes/orofilereader.h"
 #include "orobasictypes/oropath.h"
+#include "platform/filestatus.h"
 #include "platform/streams.h"
 #include "platform/text.h"
 
@@ -90,39 +91,63 @@ InfoReport look(InfoSession& session, Kind kind, const OroPath& path) {
 
 int statusOf(const InfoReport& report, Kind kind) {
   if (report.good()) return kInfoGood;
-  return kind == Kind::description && !report.lines.empty() ? kInfoProblems : kInfoUnreadable;
+  return kind == Kind::description && report.hasLines() ? kInfoProblems : kInfoUnreadable;
 }
 
-int show(InfoSession& session, Kind kind, const std::string& file) {
-  const OroPath path = pathOf(file);
-  const InfoReport report = look(session, kind, path);
-  platform::writeStandardOutput(report.lines);
+// Why there is nothing to look at; empty where there is.
+std::string obstacle(const OroPath& path) {
+  platform::FileStatus status;
+  if (!platform::fileStatus(path.wideText(), status)) return infoText("not found");
+  return status.isDirectory ? infoText("is a directory") : std::string();
+}
+
+// A file of the command line.
+struct Item {
+  Item(const Request& request, const std::string& file)
+      : name(file), path(pathOf(file)), missing(obstacle(path)), kind(request.kind) {
+    if (missing.empty() && kind == Kind::guess) kind = kindOf(path);
+  }
+
+  std::string name;
+  OroPath path;
+  std::string missing;  // why it cannot be looked at
+  Kind kind;
+};
+
+InfoReport look(InfoSession& session, const Item& item) {
+  InfoReport report;
+  if (item.missing.empty()) return look(session, item.kind, item.path);
+  report.problems.push_back(item.missing);
+  return report;
+}
+
+int show(InfoSession& session, const Item& item) {
+  InfoReport report = look(session, item);
+  report.showLines();
   std::string problems;
   for (const std::string& text : session.takeReports()) problems += "cowlinfo: " + text + "\n";
   for (const std::string& text : report.problems) {
-    problems += "cowlinfo: " + shownText(file) + ": " + text + "\n";
+    problems += "cowlinfo: " + shownText(item.name) + ": " + text + "\n";
   }
   platform::writeStandardError(problems);
-  return statusOf(report, kind);
+  return statusOf(report, item.kind);
+}
+
+bool needsComponents(const Item& item) {
+  return item.missing.empty() && (item.kind == Kind::points || item.kind == Kind::settings);
 }
 
 int showAll(const Request& request) {
-  std::vector<Kind> kinds;
-  for (const std::string& file : request.files) {
-    kinds.push_back(request.kind == Kind::guess ? kindOf(pathOf(file)) : request.kind);
-  }
-  const bool describes = std::count(kinds.begin(), kinds.end(), Kind::description) > 0;
+  std::vector<Item> items;
+  for (const std::string& file : request.files) items.emplace_back(request, file);
+  const bool describes = std::any_of(
+      items.begin(), items.end(), [](const Item& item) { return item.kind == Kind::description; });
   // A description brings the components of its own; two would mix theirs.
-  if (describes && kinds.size() > 1) return refuse("a description is looked at alone");
-  const bool needsComponents = std::any_of(kinds.begin(), kinds.end(), [](Kind kind) {
-    return kind == Kind::points || kind == Kind::settings;
-  });
+  if (describes && items.size() > 1) return refuse("a description is looked at alone");
   InfoSession session;
-  if (needsComponents) session.loadComponents();
+  if (std::any_of(items.begin(), items.end(), needsComponents)) session.loadComponents();
   int status = kInfoGood;
-  for (size_t i = 0; i < kinds.size(); ++i) {
-    status = std::max(status, show(session, kinds[i], request.files[i]));
-  }
+  for (const Item& item : items) status = std::max(status, show(session, item));
   return status;
 }
 

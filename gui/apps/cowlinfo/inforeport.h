@@ -1,18 +1,28 @@
 // InfoReport: what cowlinfo has to say of one file.
 //
-// A plain value. `lines` is shown as it stands; each problem is a line of its own behind it, on
-// standard error.
+// `lines` goes to standard output as it stands, at the end or, before a step that may end the
+// process, so far as it goes; each problem is a line of its own behind it, on standard error.
 #pragma once
 
 #include <string>
 #include <vector>
 
+#include "platform/streams.h"
+
 struct InfoReport {
-  std::string lines;                  // UTF-8, each with its line feed
+  std::string lines;                  // UTF-8, each with its line feed; what is not shown yet
   std::vector<std::string> problems;  // translated, without line feed
 
   bool good() const { return problems.empty(); }
+  bool hasLines() const { return shown || !lines.empty(); }
   void line(size_t indent, const std::string& text) {
     lines.append(indent * 2, ' ').append(text).append("\n");
   }
+  void showLines() {
+    shown = hasLines();
+    platform::writeStandardOutput(lines);
+    lines.clear();
+  }
+
+  bool shown = false;  // some lines were
 };

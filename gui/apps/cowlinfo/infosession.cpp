@@ -24,11 +24,17 @@ InfoSession::InfoSession() {
         static_cast<InfoSession*>(context)->loads_.push_back(load);
       },
       this);
+  setToldLibraryQuestion(
+      [](const OroString& library, void* context) {
+        return static_cast<const InfoSession*>(context)->isTold(library);
+      },
+      this);
   platform::setLibraryDirectory(oroDirPath("exe").wideText());
 }
 
 InfoSession::~InfoSession() {
   setComponentLoadListener(nullptr, nullptr);
+  setToldLibraryQuestion(nullptr, nullptr);
   SPtr<IOroErrorService> errors;
   errors->removeListener(listener_.get());
   oroAppGlobals().componentManager->shutDownComponents();
@@ -52,6 +58,11 @@ const ComponentLoad* InfoSession::loadOf(const OroString& library) const {
     if (load.path == library) return &load;
   }
   return nullptr;
+}
+
+bool InfoSession::isTold(const OroString& library) const {
+  const ComponentLoad* const load = loadOf(library);
+  return load != nullptr && load->step == kOroLoadFile;
 }
 
 std::vector<std::string> InfoSession::takeReports() { return std::exchange(listener_->texts, {}); }

@@ -44,6 +44,8 @@ class InfoSession {
     std::vector<std::string> texts;
   };
 
+  bool isTold(const OroString& library) const;
+
   OroAppMain application_;
   IPtr<Listener> listener_{new Listener};
   std::vector<ComponentLoad> loads_;

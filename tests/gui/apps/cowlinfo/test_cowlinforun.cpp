@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <filesystem>
 #include <fstream>
 #include <string>
 #include <vector>
@@ -216,6 +218,44 @@ TEST_F(CowlinfoRun, EachThingThatIsWrongWithADescriptionIsSaid) {
     EXPECT_THAT(result.errors, HasSubstr(text));
   }
   EXPECT_THAT(result.output, HasSubstr("component commandline"));
+}
+
+TEST_F(CowlinfoRun, ALibraryThatHasLostItsEndIsToldAndTheOthersFollow) {
+  for (const std::uintmax_t size : {0, 64, 4096, 200000}) {
+    const tests::ProductCopy product;
+    product.cutLibrary("points", size);
+    const ChildResult result = product.run("cowlinfo", {"cowl.description"}, product.folder());
+    EXPECT_EQ(result.exitCode, 3) << size;
+    EXPECT_THAT(result.errors,
+                HasSubstr("component points: the library, or one that it needs, cannot be loaded"));
+    EXPECT_THAT(plainLines(result.output), HasSubstr(": not loaded\n"));
+    EXPECT_THAT(result.output, HasSubstr("component xmldom"));
+    folder_.write("in.xyz", "1 2 3\n");
+    const ChildResult points = product.run("cowlinfo", {"in.xyz", "in.xyz"}, folder_.path());
+    EXPECT_EQ(points.exitCode, 2);
+    const size_t first = points.errors.find("Could not load this DLL");
+    EXPECT_NE(first, std::string::npos) << points.errors;
+    EXPECT_EQ(points.errors.find("Could not load this DLL", first + 1), std::string::npos);
+    EXPECT_THAT(points.errors, HasSubstr("there is no component that opens point files"));
+  }
+}
+
+TEST_F(CowlinfoRun, WhatIsNoFileIsSaid) {
+  std::filesystem::create_directory(folder_.file("folder.xyz"));
+  folder_.write("in.xyz", "1 2 3\n");
+  for (const char* kind : {"--points", "--model", "--settings", "--description"}) {
+    const ChildResult absent = run({kind, "absent.xyz"});
+    EXPECT_EQ(absent.exitCode, 2) << kind;
+    EXPECT_EQ(absent.errors, "cowlinfo: absent.xyz: not found\n") << kind;
+    EXPECT_EQ(absent.output, "");
+    EXPECT_EQ(run({kind, "."}).errors, "cowlinfo: .: is a directory\n") << kind;
+  }
+  EXPECT_EQ(run({"absent"}).errors, "cowlinfo: absent: not found\n");
+  EXPECT_EQ(run({"."}).errors, "cowlinfo: .: is a directory\n");
+  const ChildResult some = run({"absent.xyz", "in.xyz", "folder.xyz"});
+  EXPECT_EQ(some.exitCode, 2);
+  EXPECT_EQ(some.errors, "cowlinfo: absent.xyz: not found\ncowlinfo: folder.xyz: is a directory\n");
+  EXPECT_THAT(some.output, HasSubstr("\"in\": 1 point\n"));
 }
 
 TEST_F(CowlinfoRun, ADamagedDescriptionIsSaidWithItsLine) {

@@ -91,6 +91,19 @@ TEST_F(LoadJournalTest, AFileThatDoesNotLoadIsToldByTheLoaderAlone) {
   EXPECT_THAT(steps(), ElementsAre(kOroLoadFile));
 }
 
+TEST_F(LoadJournalTest, AFileThatDoesNotLoadIsToldOnceUnlessThatIsForgotten) {
+  load("fw_missing");
+  load("fw_missing");
+  EXPECT_EQ(errors_.texts.size(), 1u);
+  load("fw_missing2");
+  EXPECT_EQ(errors_.texts.size(), 2u);
+  loads_->forgetTold();
+  load("fw_missing");
+  load("fw_missing");
+  EXPECT_EQ(errors_.texts.size(), 3u);
+  EXPECT_THAT(steps(), ElementsAre(kOroLoadFile, kOroLoadFile)) << "each library once";
+}
+
 TEST_F(LoadJournalTest, TheKeyOfTheLibraryKeepsAllStepsQuiet) {
   for (const char* library : {"fw_missing", "fw_noentry", "fw_version99", "fw_nullcomponent"}) {
     setRegistry(std::string("COMPONENT/") + library + "/OpenFailsSilently", "1");
@@ -114,6 +127,7 @@ TEST(LoadJournalGone, NothingListensAnyMore) {
     EXPECT_EQ(journal->count(), 1);
   }
   tellComponentLoad({OroString(u"\\lib")});
+  EXPECT_FALSE(isToldLibrary(OroString(u"\\lib")));
   const IPtr<LoadJournal> later(new LoadJournal);
   EXPECT_EQ(later->count(), 0);
 }
