@@ -40,6 +40,8 @@ bool attachHeadlessService() {
   return true;
 }
 
+bool headlessDropsReports() { return service != nullptr && !service->keepsRecords(); }
+
 bool detachHeadlessService() {
   if (service == nullptr) return true;
   SPtr<IOroErrorService> errors;

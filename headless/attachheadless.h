@@ -7,6 +7,10 @@
 // the error service's reports, and takes the place of the message box. Always true.
 bool attachHeadlessService();
 
+// Whether the box is gone and nothing took its place: no sink for records was asked for, or it
+// could not be opened.
+bool headlessDropsReports();
+
 // Ends its reporting: no more reports, sink and window closed. The object stays published to the
 // end of the process and drops what it is told. Always true.
 bool detachHeadlessService();

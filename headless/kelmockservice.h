@@ -40,6 +40,8 @@ class KelMockService : public IGuiBusyState,
 
   // Destroys the window, writes the trailer and closes the sink.
   void closeSinks();
+  // Whether records go anywhere.
+  bool keepsRecords() const { return sink_.isOpen(); }
 
   // IOroProgress
   bool Update(float fraction) override;  // rounds to whole percents

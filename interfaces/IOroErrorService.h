@@ -27,6 +27,8 @@ class IOroErrorService : public virtual IOroUnknown {
   // listeners see as 1. Blocks until all listeners have returned. Does nothing while inactive.
   virtual void report(const OroString& text, int32_t severity, const KelCString& detail) = 0;
 
+  // "allowInteractiveAcknowledge": somebody may be asked; "errorsOnStandardError": a listener
+  // prints the errors there, and nobody else needs to.
   virtual void setFlag(const KelCString& name, bool value) = 0;
   // False for an unknown name.
   virtual bool getFlag(const KelCString& name) = 0;

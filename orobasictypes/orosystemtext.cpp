@@ -1,7 +1,5 @@
 #include "orobasictypes/orosystemtext.h"
 
-#include <string>
-
 #include "orobasictypes/oropath.h"
 #include "platform/text.h"
 
@@ -18,4 +16,13 @@ OroString oroShownPath(const OroPath& path) {
   const std::string name = platform::toSystemPath(path.wideText());
   if (name.empty()) return path;  // it names nothing here, so it is shown as it stands
   return OroString(platform::fromSystem(name).c_str());
+}
+
+std::string oroTerminalText(const OroString& text) {
+  std::u16string units(text.wideText());
+  for (char16_t& unit : units) {
+    const bool isControl = unit < 0x20 || (unit >= 0x7F && unit < 0xA0);
+    if (isControl && unit != u'\n' && unit != u'\t') unit = u'?';
+  }
+  return platform::toUtf8Lossy(units);
 }

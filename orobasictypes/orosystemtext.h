@@ -4,6 +4,8 @@
 // where such a text comes in as a file name or goes out in a message. Any thread.
 #pragma once
 
+#include <string>
+
 #include "orobasictypes/orostring.h"
 
 class OroPath;
@@ -14,3 +16,7 @@ OroString oroArgumentText(const OroString& argument);
 
 // A path in the form of the system, for messages; never for a file name of the program.
 OroString oroShownPath(const OroPath& path);
+
+// The text in UTF-8 for a terminal: names of files and texts from them come from anywhere, so "?"
+// stands for each control character but line ends and tabs.
+std::string oroTerminalText(const OroString& text);

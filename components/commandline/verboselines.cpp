@@ -62,11 +62,11 @@ void printNewLoads() {
   while (journal->load(toldLoads + 1, path, step, time)) {
     ++toldLoads;
     printLine(std::string("cowl: ") + loadResult(step) + ": " +
-              oroShownPath(OroPath(path)).toUtf8() + " in " + milliseconds(time));
+              oroTerminalText(oroShownPath(OroPath(path))) + " in " + milliseconds(time));
   }
 }
 
 void printStep(const char* name, const OroString& subject, bool good, int64_t nanoseconds) {
-  printLine(std::string("cowl: ") + name + (good ? "" : " failed") + ": " + subject.toUtf8() +
-            " in " + milliseconds(nanoseconds));
+  printLine(std::string("cowl: ") + name + (good ? "" : " failed") + ": " +
+            oroTerminalText(subject) + " in " + milliseconds(nanoseconds));
 }

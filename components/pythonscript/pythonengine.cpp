@@ -94,7 +94,9 @@ void PythonEngine::runScript(const OroString& file, const OroString& arguments) 
   const OroString problem = shortened(withoutLineEnd(end.problem));
   storeEnd(problem, end.interrupted);
   if (problem.isEmpty()) return;
-  tellOnStandardError(problem);
   SPtr<IOroErrorService> errors;
+  if (!errors || !errors->getFlag(KelCString::borrow("errorsOnStandardError"))) {
+    tellOnStandardError(problem);
+  }
   if (errors) errors->report(problem, 1, KelCString());
 }

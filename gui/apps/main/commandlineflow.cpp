@@ -1,10 +1,12 @@
 #include "gui/apps/main/commandlineflow.h"
 
-#include <string>
+#include <optional>
 
 #include "base/basic/gendatastore.h"
 #include "gui/apps/main/commandlinesettings.h"
 #include "gui/apps/main/commandrecord.h"
+#include "gui/apps/main/errorprinter.h"
+#include "gui/apps/main/loadjournal.h"
 #include "gui/apps/main/runstep.h"
 #include "gui/apps/main/savestep.h"
 #include "headless/attachheadless.h"
@@ -27,7 +29,6 @@
 #include "orobasictypes/oropath.h"
 #include "orobasictypes/orotranslate.h"
 #include "orobasictypes/sptr.h"
-#include "platform/streams.h"
 
 namespace {
 
@@ -89,6 +90,12 @@ void makeDocument() {
   if (document) document->makeDocument();
 }
 
+// The records begin after the first libraries were asked for; what did not load is told there too.
+void tellLoadsAgain() {
+  SPtr<IOroLoadJournal> journal;
+  if (auto* const loads = oroQueryClass<LoadJournal>(journal.get())) loads->forgetTold();
+}
+
 // The batch tells its own steps.
 void runBatch() {
   SPtr<IOroBatchProcessingService> batch;
@@ -111,15 +118,12 @@ OroRunResult openFile(const OroString& file, IInfoBar2* bar) {
   return opener->open(OroPath(file), options.get(), 1) ? kOroRunDone : kOroRunFailed;
 }
 
-// A script that is asked for and cannot run must not pass in silence: the records tell it, and
-// standard error where none are kept.
+// A script that is asked for and cannot run must not pass in silence.
 void reportMissingEngine(const OroString& file) {
-  OroString text;
-  oroTranslate(text, "There is no script engine to run %1", file);
   SPtr<IOroErrorService> errors;
-  if (errors) errors->report(text, 1, KelCString());
-  if (!textSetting(kLogFile).isEmpty()) return;
-  platform::writeStandardError(std::string(text.toUtf8()) + '\n');
+  if (!errors) return;
+  OroString text;
+  errors->report(oroTranslate(text, "There is no script engine to run %1", file), 1, KelCString());
 }
 
 // 1 when the script left an error; 0 also where nobody can run it.
@@ -156,6 +160,20 @@ int32_t openScriptAndSave() {
   return result;
 }
 
+// Steps, with what goes wrong told to the person who started them: by records, or else by lines on
+// standard error.
+int32_t runSteps() {
+  std::optional<ErrorPrinter::Attached> printing;
+  if (headlessDropsReports()) {
+    printing.emplace();
+  } else {
+    tellLoadsAgain();
+  }
+  if (integerSetting(kBatch) == 0) return openScriptAndSave();
+  runBatch();
+  return 0;
+}
+
 }  // namespace
 
 int32_t runCommandLine(int32_t argc, const OroString* argv) {
@@ -169,12 +187,7 @@ int32_t runCommandLine(int32_t argc, const OroString* argv) {
   if (!takeOptions(argc, argv)) return 1;
   makeDocument();
   attachHeadlessService();
-  int32_t result = 0;
-  if (integerSetting(kBatch) != 0) {
-    runBatch();
-  } else {
-    result = openScriptAndSave();
-  }
+  const int32_t result = runSteps();
   endRun();
   detachHeadlessService();
   return result;

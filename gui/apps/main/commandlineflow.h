@@ -2,8 +2,8 @@
 // runs a script, saves a file, or hands over to the batch service.
 //
 // It only coordinates. Commands, document, script engine and batch are services of component
-// libraries; one that is absent is passed over without a word. Main thread, once, between the start
-// and the end of OroAppMain.
+// libraries; one that is absent is passed over without a word. Where no records are asked for,
+// errors stand on standard error. Main thread, once, between the start and the end of OroAppMain.
 #pragma once
 
 #include <cstdint>

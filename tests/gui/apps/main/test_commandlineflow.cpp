@@ -337,6 +337,35 @@ TEST_F(Flow, TellsThatThereIsNoScriptEngineAmongTheRecordsOfAnAbsentOpenAndSave)
             "<start cmd=\"Save File\"/>\n<stop cmd=\"Save File\"/>\n</log>\n");
 }
 
+// The person at the prompt sees what went wrong: in the records, or else on standard error.
+TEST_F(Flow, PrintsErrorsWhereNoRecordsAreKept) {
+  tests::setText(kScript, "do.py");
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(run(), 0);
+  EXPECT_EQ(tests::plainLines(testing::internal::GetCapturedStderr()),
+            "There is no script engine to run do.py\n");
+}
+
+TEST_F(Flow, PrintsErrorsWhereTheRecordsHaveNoPlace) {
+  const tests::TempFolder folder;
+  tests::setText(kScript, "do.py");
+  tests::setText(kLogFile, folder.file("absent/log").string().c_str());
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(run(), 0);
+  EXPECT_EQ(tests::plainLines(testing::internal::GetCapturedStderr()),
+            "There is no script engine to run do.py\n");
+}
+
+TEST_F(Flow, PrintsNothingWhereRecordsAreKept) {
+  const tests::TempFolder folder;
+  tests::setText(kScript, "do.py");
+  tests::setText(kLogFile, folder.file("log").string().c_str());
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(run(), 0);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+  EXPECT_NE(folder.read("log").find("There is no script engine"), std::string::npos);
+}
+
 TEST_F(Flow, SavesWithoutSaveDataOrWriterNothing) {
   tests::setText(kOutputFile, "out.xyz");
   add("IOroSaveDoc", new tests::SaveDoc());
