@@ -98,8 +98,9 @@ TEST_F(BatchRun, AFileThatFailsIsReportedAndTheRestGoOn) {
   const ChildResult result = run({"-exitstatus"});
   EXPECT_EQ(result.exitCode, 3);
   EXPECT_EQ(plainLines(result.output),
-            "Batch of 4 files: 2 saved, 2 failed\n  b9.xyz: not opened\n"
-            "  notes.md: not opened\n");
+            "Batch of 4 files: 2 saved, 2 failed\n"
+            "  b9.xyz: not opened: line 1: a point needs three coordinates\n"
+            "  notes.md: not opened: The type of the file in/notes.md is not known\n");
   EXPECT_THAT(saved(), ElementsAre("a.xyz", "b10.xyz"));
   const ChildResult again = run({"-logfile", "stdout"});
   EXPECT_THAT(again.output, HasSubstr("b9.xyz, line 1: a point needs three coordinates"));

@@ -47,7 +47,9 @@ TEST_F(BatchScriptRun, AFailureOfTheScriptStopsItsFileAlone) {
       "if os.path.getsize('runs') == 2: raise ValueError('not this one')\n";
   const tests::ChildResult result = run(script, {"-logfile", "log"});
   EXPECT_EQ(result.exitCode, 2);
-  EXPECT_EQ(result.output, "Batch of 3 files: 2 saved, 1 failed\n  b9.xyz: the script failed\n");
+  EXPECT_EQ(result.output,
+            "Batch of 3 files: 2 saved, 1 failed\n"
+            "  b9.xyz: the script failed: ValueError: not this one\n");
   EXPECT_TRUE(saved("a.xyz"));
   EXPECT_FALSE(saved("b9.xyz"));
   EXPECT_TRUE(saved("b10.xyz"));
@@ -56,6 +58,47 @@ TEST_F(BatchScriptRun, AFailureOfTheScriptStopsItsFileAlone) {
                          "\"/>"),
             std::string::npos)
       << records;
+}
+
+TEST_F(BatchScriptRun, AnInterruptEndsTheBatchBehindTheFileOfItsScript) {
+  const std::string script =
+      "import os, signal\n"
+      "with open('runs', 'a') as f: f.write('x')\n"
+      "if os.path.getsize('runs') == 2: os.kill(os.getpid(), signal.SIGINT)\n"
+      "while os.path.getsize('runs') == 2: pass\n";
+  const tests::ChildResult result = run(script);
+  EXPECT_EQ(result.exitCode, 2);
+  EXPECT_EQ(result.output,
+            "Batch of 3 files, interrupted: 1 saved, 1 failed, 1 not begun\n"
+            "  b9.xyz: the script failed: KeyboardInterrupt\n  b10.xyz: not begun\n");
+  EXPECT_NE(result.errors.find("The batch was interrupted at the file b9.xyz. Files not begun: 1"),
+            std::string::npos)
+      << result.errors;
+  EXPECT_EQ(folder_.read("runs"), "xx");
+  EXPECT_TRUE(saved("a.xyz"));
+  EXPECT_FALSE(saved("b9.xyz"));
+  EXPECT_FALSE(saved("b10.xyz"));
+}
+
+TEST_F(BatchScriptRun, AnInterruptThatTheScriptDealsWithItselfIsItsOwnAffair) {
+  const tests::ChildResult result =
+      run("import os, signal, time\n"
+          "try:\n    os.kill(os.getpid(), signal.SIGINT)\n    while True: time.sleep(1)\n"
+          "except KeyboardInterrupt: pass\n");
+  EXPECT_EQ(result.exitCode, 0) << result.errors;
+  EXPECT_EQ(result.output, "Batch of 3 files: 3 saved, 0 failed\n");
+}
+
+TEST_F(BatchScriptRun, AScriptThatLeavesInOrderAfterAnInterruptEndsTheBatch) {
+  const tests::ChildResult result =
+      run("import os, signal, sys, time\n"
+          "try:\n    os.kill(os.getpid(), signal.SIGINT)\n    while True: time.sleep(1)\n"
+          "except KeyboardInterrupt: sys.exit()\n");
+  EXPECT_EQ(result.exitCode, 6);
+  EXPECT_EQ(result.output,
+            "Batch of 3 files, interrupted: 1 saved, 0 failed, 2 not begun\n"
+            "  b9.xyz: not begun\n  b10.xyz: not begun\n");
+  EXPECT_TRUE(saved("a.xyz"));
 }
 
 TEST_F(BatchScriptRun, AScriptThatIsNotThereFailsForEachFile) {

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <functional>
 #include <set>
 #include <string>
 #include <vector>
@@ -14,8 +15,10 @@
 #include "base/basic/kelcustomdatastore.h"
 #include "interfaces/IFileUtil.h"
 #include "interfaces/IGuiBusyState.h"
+#include "interfaces/IOroErrorListener.h"
 #include "interfaces/IOroErrorService.h"
 #include "orobasictypes/oroarray.h"
+#include "orobasictypes/orosystemtext.h"
 #include "tests/gui/apps/main/flowdoubles.h"
 #include "tests/support/fakebroker.h"
 #include "tests/tempfolder.h"
@@ -37,6 +40,7 @@ constexpr const char* kStamp = "Advanced/Batch Processing/Date and Time";
 constexpr const char* kActiveOnly = "Advanced/Batch Processing/Save Active Only";
 constexpr const char* kScript = "Scripting/Startup Macro";
 constexpr const char* kScriptError = "Python/Error String";
+constexpr const char* kInterrupted = "Python/Interrupted";
 
 // Files that are there, in the order in which a system may list them.
 struct Files : tests::Double<Files, IFileUtil> {
@@ -65,10 +69,13 @@ struct Files : tests::Double<Files, IFileUtil> {
 struct Opener : tests::Double<Opener, IOroOpenDoc> {
   static constexpr const char* className() { return "Opener"; }
   std::set<std::string> failing;
+  std::function<void(const OroPath&)> onFailure = [](const OroPath&) {};
   int32_t mode = -1;
   bool open(const OroPath& path, IOroOpenOptions*, int32_t quiet) override {
     event("open " + std::to_string(mode) + " " + std::to_string(quiet), path.fileName());
-    return failing.count(path.fileName().toNarrow()) == 0;
+    if (failing.count(path.fileName().toNarrow()) == 0) return true;
+    onFailure(path);
+    return false;
   }
   void setMode(int32_t value) override { mode = value; }
   void setText(int32_t, const OroString&) override {}
@@ -78,12 +85,16 @@ struct Opener : tests::Double<Opener, IOroOpenDoc> {
 struct Saver : tests::Double<Saver, IOroSaveDoc> {
   static constexpr const char* className() { return "Saver"; }
   std::set<std::string> failing;
+  std::function<void()> onFailure = [] {};
   const tests::TempFolder* folder = nullptr;
   bool save(IFileSaveData* saveData, IWriteScene*, int32_t flags, int32_t options) override {
     const std::string name = saveData->path().fileName().toNarrow();
     event("save " + std::to_string(saveData->status() + flags + options),
           saveData->path().fileName());
-    if (failing.count(name) != 0) return false;
+    if (failing.count(name) != 0) {
+      onFailure();
+      return false;
+    }
     folder->write(std::filesystem::path("out") / name, "saved");
     return true;
   }
@@ -123,10 +134,12 @@ struct Bar : tests::Double<Bar, IInfoBar> {
 struct Errors : tests::Double<Errors, IOroErrorService> {
   static constexpr const char* className() { return "Errors"; }
   std::vector<std::string> texts;
-  void addListener(IOroErrorListener*) override {}
-  void removeListener(IOroErrorListener*) override {}
-  void report(const OroString& text, int32_t severity, const KelCString&) override {
+  std::vector<IOroErrorListener*> listeners;
+  void addListener(IOroErrorListener* listener) override { listeners.push_back(listener); }
+  void removeListener(IOroErrorListener* listener) override { std::erase(listeners, listener); }
+  void report(const OroString& text, int32_t severity, const KelCString& detail) override {
     texts.push_back((severity == 1 ? "error: " : "warning: ") + std::string(text.toUtf8()));
+    for (IOroErrorListener* const listener : listeners) listener->onError(text, &severity, detail);
   }
   void setFlag(const KelCString&, bool) override {}
   bool getFlag(const KelCString&) override { return false; }
@@ -182,10 +195,12 @@ class BatchProcessorTest : public testing::Test {
     store_->CreateInt(path, 0, -100, 100, 0);
     store_->SetInt(nullptr, path, number);
   }
-  void useScript(std::set<std::string> failing = {}) {
+  // `interrupted` is the file at whose script the user interrupts.
+  void useScript(std::set<std::string> failing = {}, std::string interrupted = {}) {
     option(kScript, OroString(u"do.py"));
     engine_ = add("IScriptEngine", new tests::ScriptEngine());
-    engine_->onRun = [this, failing] {
+    engine_->onRun = [this, failing, interrupted] {
+      option(kInterrupted, lastOpened() == interrupted ? 1 : 0);
       const bool fails = failing.count(lastOpened()) != 0;
       store_->SetOroString(
           nullptr, kScriptError,
@@ -314,7 +329,9 @@ TEST_F(BatchProcessorTest, OneScriptThatFailsStopsNothingAndSavesNothingOfItsFil
   EXPECT_THAT(saved(), ElementsAre("b10.xyz", "b9.xyz"));
   EXPECT_THAT(errors_->texts,
               ElementsAre("error: The script failed on the file a.xyz: ValueError: no points"));
-  EXPECT_EQ(output, "Batch of 3 files: 2 saved, 1 failed\n  a.xyz: the script failed\n");
+  EXPECT_EQ(
+      output,
+      "Batch of 3 files: 2 saved, 1 failed\n  a.xyz: the script failed: ValueError: no points\n");
 }
 
 TEST_F(BatchProcessorTest, OneFileThatIsNotSavedStopsNothing) {
@@ -323,6 +340,70 @@ TEST_F(BatchProcessorTest, OneFileThatIsNotSavedStopsNothing) {
   EXPECT_THAT(saved(), ElementsAre("b10.xyz", "b9.xyz"));
   EXPECT_THAT(outcome_->steps, Contains("3-"));
   EXPECT_EQ(output, "Batch of 3 files: 2 saved, 1 failed\n  a.xyz: not saved\n");
+}
+
+TEST_F(BatchProcessorTest, TheReasonOfAFailureIsTheFirstErrorOfItsFileInOneLine) {
+  opener_->failing = {"b9.xyz"};
+  opener_->onFailure = [this](const OroPath& path) {
+    errors_->report(OroString(u"a warning"), 0, KelCString());
+    OroString text = oroShownPath(path);
+    text.append(", line 3: \xC2\xA7 is no number\nand more");
+    errors_->report(text, 1, KelCString());
+    errors_->report(OroString(u"the file cannot be read"), 1, KelCString());
+  };
+  saver_->failing = {"a.xyz"};
+  saver_->onFailure = [this] { errors_->report(OroString(u"The disk is full"), 1, KelCString()); };
+  const std::string output = run();
+  EXPECT_THAT(output, testing::StartsWith("Batch of 3 files: 1 saved, 2 failed\n"
+                                          "  a.xyz: not saved: The disk is full\n"
+                                          "  b9.xyz: not opened: line 3: "));
+  EXPECT_THAT(output, testing::EndsWith(" is no number\n")) << "without what stands behind it";
+  EXPECT_THAT(errors_->listeners, IsEmpty());
+}
+
+TEST_F(BatchProcessorTest, AReasonIsNotKeptForTheNextFile) {
+  opener_->failing = {"a.xyz", "b9.xyz"};
+  opener_->onFailure = [this](const OroPath& path) {
+    if (path.fileName() == "a.xyz") errors_->report(OroString(u"no"), 1, KelCString());
+  };
+  EXPECT_EQ(run(),
+            "Batch of 3 files: 1 saved, 2 failed\n  a.xyz: not opened: no\n"
+            "  b9.xyz: not opened\n");
+}
+
+// The user wants all of it to end, not the one script.
+TEST_F(BatchProcessorTest, AnInterruptedScriptEndsTheBatchBehindItsFile) {
+  useScript({"b9.xyz"}, "b9.xyz");
+  EXPECT_EQ(run(),
+            "Batch of 3 files, interrupted: 1 saved, 1 failed, 1 not begun\n"
+            "  b9.xyz: the script failed: ValueError: no points\n  b10.xyz: not begun\n");
+  EXPECT_THAT(saved(), ElementsAre("a.xyz"));
+  EXPECT_THAT(errors_->texts.back(),
+              "error: The batch was interrupted at the file b9.xyz. Files not begun: 1");
+  EXPECT_THAT(outcome_->steps, ElementsAre("1+", "2+", "3+", "1+", "2-", "4-"));
+  EXPECT_THAT(of({"summary"}),
+              ElementsAre("summary 'Batch of 3 files, interrupted: 1 saved, 1 failed, 1 not "
+                          "begun'"));
+}
+
+TEST_F(BatchProcessorTest, AScriptThatEndsWellAfterAnInterruptEndsTheBatchToo) {
+  useScript({}, "a.xyz");
+  EXPECT_EQ(run(),
+            "Batch of 3 files, interrupted: 1 saved, 0 failed, 2 not begun\n"
+            "  b9.xyz: not begun\n  b10.xyz: not begun\n");
+  EXPECT_THAT(saved(), ElementsAre("a.xyz"));
+  EXPECT_THAT(outcome_->steps, ElementsAre("1+", "2+", "3+", "4-"));
+}
+
+TEST_F(BatchProcessorTest, AnInterruptOfTheLastScriptLeavesNothingUndone) {
+  useScript({}, "b10.xyz");
+  EXPECT_EQ(run(), "Batch of 3 files: 3 saved, 0 failed\n");
+  EXPECT_THAT(outcome_->steps.back(), "4+");
+}
+
+TEST_F(BatchProcessorTest, AnInterruptOfAnEarlierScriptDoesNotCountWithoutAScript) {
+  option(kInterrupted, 1);
+  EXPECT_EQ(run(), "Batch of 3 files: 3 saved, 0 failed\n");
 }
 
 TEST_F(BatchProcessorTest, AllMayFail) {
@@ -438,7 +519,8 @@ TEST_F(BatchProcessorTest, DoesNotBeginWithoutAnEngineForItsScript) {
 TEST_F(BatchProcessorTest, SaysSoWhereNothingCanSave) {
   fileTypes_->writer = nullptr;
   files_->names = {"a.xyz"};
-  EXPECT_EQ(run(), "Batch of 1 files: 0 saved, 1 failed\n  a.xyz: not saved\n");
+  EXPECT_THAT(run(), testing::StartsWith("Batch of 1 files: 0 saved, 1 failed\n"
+                                         "  a.xyz: not saved: There is nothing to save the file "));
   ASSERT_EQ(errors_->texts.size(), 1u);
   EXPECT_THAT(errors_->texts[0], HasSubstr("There is nothing to save the file "));
 }
