@@ -36,10 +36,8 @@ void PointCloudSource::wrote(size_t count) {
   progress_.update(done_, whole_);
 }
 
-bool PointCloudSource::isPartlyColored() const {
-  const auto filled = [](const PointCloudHead& head) { return head.count > 0; };
-  const auto colored = std::count_if(heads_.begin(), heads_.end(), [&](const PointCloudHead& head) {
-    return filled(head) && head.hasColors;
-  });
-  return colored > 0 && colored < std::count_if(heads_.begin(), heads_.end(), filled);
+int64_t PointCloudSource::missingColors() const {
+  int64_t plain = 0;
+  for (const PointCloudHead& head : heads_) plain += head.hasColors ? 0 : head.count;
+  return plain < whole_ ? plain : 0;
 }

@@ -25,8 +25,9 @@ class PointCloudSource : public PointSource {
   const BitVector* selection(size_t cloud) const override { return &clouds_[cloud]->selection(); }
   void wrote(size_t count) override;
 
-  // Whether some clouds with points have colours and some have none.
-  bool isPartlyColored() const;
+  int64_t count() const { return whole_; }
+  // How many points have no colour while others have one; 0 where all or none have.
+  int64_t missingColors() const;
 
  private:
   std::vector<const PointCloud*> clouds_;

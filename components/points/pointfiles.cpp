@@ -12,6 +12,7 @@
 #include "components/points/pointfileoutput.h"
 #include "components/points/pointfiletype.h"
 #include "components/points/pointreport.h"
+#include "orobasictypes/orofile.h"
 #include "orobasictypes/oropath.h"
 #include "orobasictypes/orosystemtext.h"
 #include "orobasictypes/orotranslate.h"
@@ -32,12 +33,20 @@ void reportNotes(const PointNotes& notes, const OroPath& path) {
   }
 }
 
+OroString number(int64_t value) { return OroString(std::to_string(value).c_str()); }
+
 bool failProblem(const PointProblem& problem, const OroPath& path) {
   OroString text;
   oroTranslate(text, problem.key, problem.argument);
-  const OroString place(std::to_string(problem.place).c_str());
-  return fail(problem.isLine ? oroKey("%1, line %2: %3") : oroKey("%1, byte %2: %3"), path, place,
-              text);
+  return fail(problem.isLine ? oroKey("%1, line %2: %3") : oroKey("%1, byte %2: %3"), path,
+              number(problem.place), text);
+}
+
+// False, and it is said why, where there is nothing at this name that could be read.
+bool isThere(const OroPath& path) {
+  platform::FileStatus status;
+  if (!oroStat(path, status)) return fail("Cannot open the file %1", path);
+  return !status.isDirectory || fail("%1 is a directory, not a file", path);
 }
 
 // The file's bytes have to be those that its name promises.
@@ -83,6 +92,7 @@ bool writeTo(const OroPath& path, PointFormatWriter& writer, PointSource& source
 }  // namespace
 
 bool loadPointFile(const OroPath& path, PointDocument& document) {
+  if (!isThere(path)) return false;
   const PointFormat* format = pointFormatNamed(path.extension().toUtf8());
   if (format == nullptr) return fail("The type of the file %1 is not known", path);
   if (!PointCloud::canBeMade()) {
@@ -102,9 +112,10 @@ bool savePointFile(const OroPath& path, PointFileType type,
   try {
     PointCloudSource source(objects);
     if (source.clouds().empty()) return fail("There are no points to save to the file %1", path);
-    if (type != PointFileType::native && source.isPartlyColored()) {
-      reportPoints(0, "Some points have no colour, so the file %1 is written without colours",
-                   oroShownPath(path));
+    const int64_t plain = type != PointFileType::native ? source.missingColors() : 0;
+    if (plain > 0) {
+      reportPoints(0, "Of %2 points %3 have no colour, so the file %1 is written without colours",
+                   oroShownPath(path), number(source.count()), number(plain));
     }
     return writeTo(path, *format->makeWriter(pointWriteOptions()), source);
   } catch (const std::bad_alloc&) {

@@ -121,6 +121,7 @@ TEST_F(PointDocumentTest, AMissingFileAFolderAndAnUnknownTypeAreErrors) {
   EXPECT_FALSE(open("in", "1 2 3\n"));
   ASSERT_EQ(listener_->texts.size(), 4u);
   EXPECT_NE(listener_->texts[0].find("Cannot open the file"), std::string::npos);
+  EXPECT_NE(listener_->texts[1].find("folder.xyz is a directory, not a file"), std::string::npos);
   EXPECT_NE(listener_->texts[2].find("type of the file"), std::string::npos);
 }
 
@@ -220,7 +221,8 @@ TEST_F(PointDocumentTest, ColoursAreSavedOnlyWhereAllPointsHaveThem) {
   ASSERT_TRUE(save("out.xyz"));
   EXPECT_EQ(folder_.read("out.xyz"), "1 2 3\n7.5 8.0 9.0\n");
   ASSERT_EQ(listener_->texts.size(), 2u);
-  EXPECT_EQ(listener_->texts[0].rfind("warning: Some points have no colour", 0), 0u);
+  EXPECT_EQ(listener_->texts[0].rfind("warning: Of 2 points 1 have no colour, so the file ", 0),
+            0u);
   EXPECT_EQ(listener_->texts[1].rfind("warning: ", 0), 0u);
   EXPECT_NE(listener_->texts[1].find("2 of them were joined into one"), std::string::npos);
 }

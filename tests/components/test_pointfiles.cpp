@@ -157,7 +157,8 @@ TEST_F(PointFilesTest, LossesAreWarningsWithTheFile) {
                 "property float z\nproperty float nx\nend_header\n0.1 2 3 4\n");
   IPtr<PointDocument> document(new PointDocument);
   ASSERT_TRUE(load("a.ply", *document));
-  EXPECT_EQ(reported(), "warning: The file a.ply holds data that is not kept: nx\n");
+  EXPECT_EQ(reported(),
+            "warning: The file a.ply holds attributes of 1 points that are not kept: nx\n");
   add(*document, OroString("other"), {{1, 2, 3}}, {});
   ASSERT_TRUE(save("b.xyz", *document));
   EXPECT_EQ(reported(),

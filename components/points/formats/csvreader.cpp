@@ -54,7 +54,6 @@ bool CsvReader::takeLine(PointTextLine& line, PointInputBuffer&) {
 bool CsvReader::takeNames(std::string_view line) {
   const size_t place = line.find_first_of(",;\t");
   separator_ = place == std::string_view::npos ? ',' : line[place];
-  std::string lost;
   for (bool more = true; more; ++columns_) {
     const std::string_view name = stripped(nextField(line, more));
     const int found = meaning(lower(name));
@@ -62,18 +61,27 @@ bool CsvReader::takeNames(std::string_view line) {
     if (found >= 0 && column < 0) {
       column = columns_;
     } else {
-      lost += (lost.empty() ? "" : ", ") + std::string(name);
+      addNotKept(name);
     }
   }
   if (std::count(xyz_, xyz_ + 3, -1) > 0) return failHere(pointtexts::kNoColumns);
   if (std::count(rgb_, rgb_ + 3, -1) > 0) {
     constexpr const char* kChannels[] = {"red", "green", "blue"};
     for (int i = 0; i < 3; ++i) {
-      if (rgb_[i] >= 0) lost += (lost.empty() ? "" : ", ") + std::string(kChannels[i]);
+      if (rgb_[i] >= 0) addNotKept(kChannels[i]);
       rgb_[i] = -1;
     }
   }
-  if (!lost.empty()) note(pointtexts::kNoteNotKept, lost);
+  return true;
+}
+
+void CsvReader::addNotKept(std::string_view name) {
+  if (!notKept_.empty()) notKept_ += ", ";
+  notKept_ += name;
+}
+
+bool CsvReader::finish() {
+  noteAttributesNotKept(appended_, notKept_);
   return true;
 }
 

@@ -13,9 +13,11 @@
 class CsvReader : public PointTextReader {
  protected:
   bool takeLine(PointTextLine& line, PointInputBuffer& bytes) override;
+  bool finish() override;
 
  private:
   bool takeNames(std::string_view line);
+  void addNotKept(std::string_view name);
   bool takeRow(std::string_view line);
   bool takeField(std::string_view field, int column, double* xyz, PointColor& color);
   std::string_view nextField(std::string_view& rest, bool& more) const;
@@ -25,4 +27,5 @@ class CsvReader : public PointTextReader {
   int columns_ = 0;     // that are named
   int xyz_[3] = {-1, -1, -1};
   int rgb_[3] = {-1, -1, -1};
+  std::string notKept_;  // names of further columns
 };

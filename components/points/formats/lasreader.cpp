@@ -184,7 +184,10 @@ void LasReader::takeBits(const char* records, size_t count) {
 }
 
 void LasReader::noteLosses(PointInputBuffer& bytes) {
-  std::string lost = header_.count > 0 ? lostAttributes() : std::string();
+  if (header_.count > 0) {
+    noteAttributesNotKept(static_cast<int64_t>(header_.count), lostAttributes());
+  }
+  std::string lost;
   auto add = [&](uint64_t count, const char* what) {
     if (count > 0) lost += (lost.empty() ? "" : ", ") + std::to_string(count) + what;
   };

@@ -122,15 +122,19 @@ bool PcdReader::takeColor(std::string_view word, PointColor& color) {
 }
 
 void PcdReader::noteLosses() {
+  std::string attributes;
   std::string lost;
-  auto add = [&](const std::string& what) { lost += (lost.empty() ? "" : ", ") + what; };
+  auto add = [](std::string& all, const std::string& what) {
+    all += (all.empty() ? "" : ", ") + what;
+  };
   for (const PcdField& field : header_.fields()) {
     const bool kept = std::find(xyz_, xyz_ + 3, &field) != xyz_ + 3 || color_ == &field;
-    if (!kept && field.name != "_" && header_.count() > 0) add(field.name);
+    if (!kept && field.name != "_") add(attributes, field.name);
   }
-  if (header_.hasViewpoint()) add("viewpoint");
+  if (header_.hasViewpoint()) add(lost, "viewpoint");
   if (header_.height() > 1) {
-    add(std::to_string(header_.height()) + " rows of " + std::to_string(header_.width()));
+    add(lost, std::to_string(header_.height()) + " rows of " + std::to_string(header_.width()));
   }
+  noteAttributesNotKept(header_.count(), attributes);
   if (!lost.empty()) note(pointtexts::kNoteNotKept, lost);
 }

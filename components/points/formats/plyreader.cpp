@@ -261,21 +261,27 @@ bool PlyReader::skipProperty(const PlyProperty& property) {
 }
 
 void PlyReader::noteLosses() {
-  std::string lost;
-  auto add = [&](const std::string& what) { lost += (lost.empty() ? "" : ", ") + what; };
+  std::string elements;
+  std::string attributes;
+  int64_t points = 0;
+  auto add = [](std::string& lost, const std::string& what) {
+    lost += (lost.empty() ? "" : ", ") + what;
+  };
   for (const PlyElement& element : header_.elements()) {
     if (element.count == 0) continue;
     if (element.name != "vertex") {
-      add(std::to_string(element.count) + " " + element.name);
+      add(elements, std::to_string(element.count) + " " + element.name);
       continue;
     }
+    points = element.count;
     for (int i = 0; i < static_cast<int>(element.properties.size()); ++i) {
       if (std::count(wanted_.xyz, wanted_.xyz + 3, i) + std::count(wanted_.rgb, wanted_.rgb + 3, i))
         continue;
-      add(element.properties[i].name);
+      add(attributes, element.properties[i].name);
     }
   }
-  if (!lost.empty()) note(pointtexts::kNoteNotKept, lost);
+  noteAttributesNotKept(points, attributes);
+  if (!elements.empty()) note(pointtexts::kNoteNotKept, elements);
   noteColorsRounded();
   if (header_.form() != PlyForm::ascii) noteBehind(*bytes_);
 }

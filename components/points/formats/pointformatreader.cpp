@@ -42,6 +42,11 @@ bool PointFormatReader::failCut(const PointInputBuffer& bytes) {
   return failAtByte(bytes.position() + static_cast<int64_t>(bytes.ready()), pointtexts::kCut);
 }
 
+void PointFormatReader::noteAttributesNotKept(int64_t points, std::string_view names) {
+  if (points == 0 || names.empty()) return;
+  note(pointtexts::kNoteAttributesNotKept, std::to_string(points), names);
+}
+
 void PointFormatReader::noteColorsRounded() {
   if (colorsRounded_ > 0) note(pointtexts::kNoteColorsRounded, std::to_string(colorsRounded_));
 }

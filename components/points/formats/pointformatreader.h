@@ -35,6 +35,8 @@ class PointFormatReader {
                  int64_t missing = 0);
   // For a file that ends where more is expected.
   bool failCut(const PointInputBuffer& bytes);
+  // Of so many points the attributes of these names; nothing is said where there are none.
+  void noteAttributesNotKept(int64_t points, std::string_view names);
   void noteColorsRounded();
   // For a file that is to end here: counts what is left.
   void noteBehind(PointInputBuffer& bytes);

@@ -92,6 +92,8 @@ inline constexpr const char* kTooLarge =
 // --- Notes: the file was read or written, and something was lost.
 
 inline constexpr const char* kNoteNotKept = oroKey("The file %1 holds data that is not kept: %2");
+inline constexpr const char* kNoteAttributesNotKept =
+    oroKey("The file %1 holds attributes of %2 points that are not kept: %3");
 inline constexpr const char* kNoteColorsRounded =
     oroKey("The file %1 has finer colours: %2 colour values were rounded to 256 steps");
 inline constexpr const char* kNoteBehind =

@@ -72,7 +72,6 @@ bool PtsReader::takeColumns(PointTextLine& line) {
 
 bool PtsReader::finish() {
   if (announced_ >= 0 && appended_ < announced_) return failHere(pointtexts::kCut);
-  if (intensities_ > 0)
-    note(pointtexts::kNoteNotKept, std::to_string(intensities_) + " intensities");
+  noteAttributesNotKept(intensities_, "intensity");
   return true;
 }

@@ -134,7 +134,8 @@ TEST(Las, AttributesThatAFileReallyHasAreNamed) {
   bytes[last + 34] = 7;
   bytes[last + 63] = 8;
   EXPECT_EQ(tests::shown(loadLas(bytes).notes),
-            "The file F holds data that is not kept: intensity, return number, classification, "
+            "The file F holds attributes of 2 points that are not kept: intensity, return number, "
+            "classification, "
             "scan angle, user data, point source, GPS time, wave packet, extra bytes\n");
   File newer;
   newer.version = 4;
@@ -146,8 +147,10 @@ TEST(Las, AttributesThatAFileReallyHasAreNamed) {
   for (const size_t at : {12, 15, 16, 17, 18, 20, 22, 36}) bytes[point + at] = 1;
   put<uint32_t>(bytes, 243, 2);
   EXPECT_EQ(tests::shown(loadLas(bytes + "late").notes),
-            "The file F holds data that is not kept: intensity, flags, classification, user data, "
-            "scan angle, point source, GPS time, near infrared, 2 records behind the points\n");
+            "The file F holds attributes of 2 points that are not kept: intensity, flags, "
+            "classification, "
+            "user data, scan angle, point source, GPS time, near infrared\n"
+            "The file F holds data that is not kept: 2 records behind the points\n");
 }
 
 TEST(Las, ChannelsThatStayBelow256AreBytes) {

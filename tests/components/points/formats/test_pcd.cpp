@@ -88,7 +88,8 @@ TEST(Pcd, FieldsStandInAnyOrderAndHaveAnyType) {
   ASSERT_TRUE(loaded.good) << loaded.told();
   EXPECT_EQ(loaded.clouds[0].xyz, (std::vector<double>{0.1, -70000, -7, 9, 10, 8}));
   EXPECT_EQ(loaded.clouds[0].colors, (std::vector<PointColor>{{1, 2, 3}, {1, 2, 3}}));
-  EXPECT_EQ(tests::shown(loaded.notes), "The file F holds data that is not kept: normal\n");
+  EXPECT_EQ(tests::shown(loaded.notes),
+            "The file F holds attributes of 2 points that are not kept: normal\n");
 
   const Loaded text = loadPcd(
       header("normal z rgba x _ y", "4 2 4 8 1 4", "F I U F U I", "3 1 1 1 5 1", 1, "ascii") +
@@ -141,7 +142,8 @@ TEST(Pcd, WhatIsNotKeptIsNamed) {
       "VERSION 0.7\nFIELDS x y z intensity\nSIZE 4 4 4 4\nTYPE F F F F\nWIDTH 2\nHEIGHT 2\n"
       "VIEWPOINT 1 0 0 1 0 0 0\nDATA ascii\n1 2 3 4\n1 2 3 4\n1 2 3 4\n1 2 3 4\n";
   EXPECT_EQ(tests::shown(loadPcd(text).notes),
-            "The file F holds data that is not kept: intensity, viewpoint, 2 rows of 2\n");
+            "The file F holds attributes of 4 points that are not kept: intensity\n"
+            "The file F holds data that is not kept: viewpoint, 2 rows of 2\n");
   EXPECT_EQ(tests::shown(loadPcd(plain(1, "binary") + std::string(12, '\0') + "12345").notes),
             "The file F has 5 bytes behind its last point; they are passed over\n");
 }

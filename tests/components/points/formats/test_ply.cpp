@@ -137,7 +137,8 @@ TEST(Ply, PropertiesStandInAnyOrderAndHaveAnyType) {
   ASSERT_TRUE(loaded.good) << loaded.told();
   EXPECT_EQ(loaded.clouds[0].xyz, (std::vector<double>{-70000, 65535, -7, 9, 10, 8}));
   EXPECT_EQ(loaded.clouds[0].colors, (std::vector<PointColor>{{2, 3, 1}, {5, 6, 4}}));
-  EXPECT_EQ(tests::shown(loaded.notes), "The file F holds data that is not kept: nx\n");
+  EXPECT_EQ(tests::shown(loaded.notes),
+            "The file F holds attributes of 2 points that are not kept: nx\n");
 }
 
 TEST(Ply, EveryTypeOfACoordinateIsRead) {
@@ -212,7 +213,8 @@ TEST(Ply, PointsWithListsOfTheirOwnAreRead) {
   const Loaded loaded = loadPly(file);
   ASSERT_TRUE(loaded.good) << loaded.told();
   EXPECT_TRUE(loaded.clouds[0].samePoints(expected));
-  EXPECT_EQ(tests::shown(loaded.notes), "The file F holds data that is not kept: ring\n");
+  EXPECT_EQ(tests::shown(loaded.notes),
+            "The file F holds attributes of 2 points that are not kept: ring\n");
   const Loaded text =
       loadPly(header("ascii", lines) + "1 2 7 8 2 3 10 11 12\r\n\n 4\t0 5 6 13 14 15  \n");
   ASSERT_TRUE(text.good) << text.told();

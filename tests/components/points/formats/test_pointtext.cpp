@@ -301,7 +301,7 @@ TEST(CsvTable, ColumnsAreFoundByName) {
 
 TEST(CsvTable, ColumnsThatAreNotKeptAreNamed) {
   EXPECT_EQ(tests::shown(table("x,y,z,intensity,red,x\n1,2,3,4,5,6\n").notes),
-            "The file F holds data that is not kept: intensity, x, red\n");
+            "The file F holds attributes of 1 points that are not kept: intensity, x, red\n");
 }
 
 TEST(CsvTable, LinesThatAreNoPointsAreRefused) {
@@ -341,10 +341,10 @@ TEST(PtsScan, ReadsThreeFourSixAndSevenColumns) {
   } rows[] = {
       {"2\n1 2 3\n4 5 6\n", false, ""},
       {"2\n1 2 3 -100\n4 5 6 0.5\n", false,
-       "The file F holds data that is not kept: 2 intensities\n"},
+       "The file F holds attributes of 2 points that are not kept: intensity\n"},
       {"2\r\n1 2 3 7 8 9\r\n4 5 6 7 8 9\r\n", true, ""},
       {" 2 # points\n1 2 3 1 7 8 9\n\n4,5,6,1,7,8,9", true,
-       "The file F holds data that is not kept: 2 intensities\n"},
+       "The file F holds attributes of 2 points that are not kept: intensity\n"},
       {"1 2 3\n4 5 6\n", false, ""},
   };
   for (const auto& row : rows) {
