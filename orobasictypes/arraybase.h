@@ -50,8 +50,9 @@ class ArrayBase {
   // Makes the size whole blocks. Allocates none, whatever the flag says.
   void InitBlocks(bool zero);
   // Makes the size whole blocks for `newSize` elements; those beyond go back to the manager. What
-  // was written beyond the old size is lost, except in an array of size 0. A size that is too large
-  // is refused as at construction. `clearTail` zeroes the added elements in the last old block.
+  // was written beyond the old size and is to lie within the new one is lost, except in an array of
+  // size 0. A size that is too large is refused as at construction. `clearTail` zeroes the added
+  // elements in the last old block.
   void Resize(int32_t newSize, bool clearTail);
   // The other's blocks up to `size` elements, copied. Requires: elements of the same type.
   void Assign(const ArrayBase& other, int32_t size);
