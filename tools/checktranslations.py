@@ -23,7 +23,8 @@ OWN_KEY_FUNCTIONS = {
     "components/commandline/": {"refuse": 0},
     "components/initserver/": {"fail": 0},
     "components/points/": {"reportPoints": 1, "PointProgress": 0, "fail": 0},
-    "components/pythonscript/": {"translate": 0},  # in the Python text of the component
+    # "translate" in the Python text of the component
+    "components/pythonscript/": {"raisePython": 1, "translate": 0},
     "gui/apps/main/": {"CommandRecord": -1},
 }
 
@@ -39,9 +40,11 @@ PASSED_ON = {
     "components/points/pointcommandcall.cpp": "fail in this file",
     "components/points/pointcommandrun.cpp": "fail of the commands",
     "components/points/pointcommands.cpp": "oroKey in the table of the commands",
+    "components/points/pointfilecommands.cpp": "oroKey in this file and commands/pngwriter.cpp",
     "components/points/pointfiles.cpp": "oroKey in formats/pointtexts.h",
     "components/points/pointprogress.cpp": "PointProgress",
     "components/points/pointreport.cpp": "reportPoints",
+    "components/pythonscript/pythonerrors.cpp": "raisePython",
     "components/pythonscript/pythonmodule.cpp": "the script",
     "components/xmldom/xmldocument.cpp": "oroKey in this folder",
     "gui/apps/main/commandrecord.cpp": "CommandRecord",

@@ -99,7 +99,12 @@ def fetch(package, work):
            "-o", f"Dir::Etc::SourceParts={parts}", "-o", f"Dir::State::Lists={work / 'lists'}",
            "-o", f"Dir::Cache={work / 'cache'}"]
     run([*apt, "update"], work, "the list of source packages cannot be fetched")
-    run([*apt, "source", package], work / "out", f"the source package '{package}' cannot be fetched")
+    what = f"the source package '{package}' cannot be fetched"
+    try:
+        run([*apt, "source", package], work / "out", what)
+    except Missing:
+        # A mirror may list an update before it has it, or after; the release's own stays.
+        run([*apt, "source", f"{package}/{release}"], work / "out", what)
     folders = [path for path in (work / "out").iterdir() if path.is_dir()]
     if len(folders) != 1:
         raise Missing(f"the source package '{package}' was not unpacked")

@@ -4,6 +4,7 @@
 
 #include "components/points/pointclouddata.h"
 #include "components/points/pointdocument.h"
+#include "components/points/pointfilework.h"
 
 PointCloudSource::PointCloudSource(const std::vector<IOroDocObject*>& objects) {
   for (IOroDocObject* object : objects) {
@@ -25,6 +26,7 @@ PointCloudSource::PointCloudSource(const std::vector<IOroDocObject*>& objects) {
 
 bool PointCloudSource::points(size_t cloud, int64_t first, size_t count, double* xyz,
                               PointColor* colors) {
+  if (PointFileWork::isCurrentStopped()) return false;
   const auto place = static_cast<int32_t>(first + 1);  // points count from 1
   clouds_[cloud]->positions(place, static_cast<int32_t>(count), xyz);
   if (colors != nullptr) clouds_[cloud]->colors(place, static_cast<int32_t>(count), colors);
@@ -34,6 +36,7 @@ bool PointCloudSource::points(size_t cloud, int64_t first, size_t count, double*
 void PointCloudSource::wrote(size_t count) {
   done_ += static_cast<int64_t>(count);
   progress_.update(done_, whole_);
+  PointFileWork::step(done_, whole_);
 }
 
 int64_t PointCloudSource::missingColors() const {

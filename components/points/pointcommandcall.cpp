@@ -7,6 +7,7 @@
 
 #include "components/points/pointcloudaccess.h"
 #include "components/points/pointdocument.h"
+#include "components/points/pointfilework.h"
 #include "components/points/pointprogress.h"
 #include "interfaces/IOroProgress.h"
 #include "orobasictypes/orotranslate.h"
@@ -25,16 +26,26 @@ const PointParameter* PointCommandCall::find(const char* parameter) {
   return nullptr;
 }
 
+bool PointCommandCall::failCount(const PointParameter& row, int32_t count) {
+  const OroString fewest(row.fewestNumbers);
+  const OroString most(row.mostNumbers);
+  if (row.fewestNumbers == row.mostNumbers) {
+    oroTranslate(message_, "The value %2 of %1 takes numbers: %3 of them, not %4",
+                 OroString(row_.name), OroString(row.name), most, OroString(count));
+  } else {
+    oroTranslate(message_, "The value %2 of %1 takes numbers: %3 to %4 of them, not %5",
+                 OroString(row_.name), OroString(row.name), fewest, most, OroString(count));
+  }
+  return false;
+}
+
 bool PointCommandCall::setNumbers(const char* parameter, const double* values, int32_t count) {
   const PointParameter* const row = find(parameter);
   if (row == nullptr) return false;
   if (row->mostNumbers == 0) {
     return fail("The value %2 of %1 is a text", OroString(row_.name), OroString(parameter));
   }
-  if (count < row->fewestNumbers || count > row->mostNumbers) {
-    return fail("The value %2 of %1 has another count of numbers", OroString(row_.name),
-                OroString(parameter));
-  }
+  if (count < row->fewestNumbers || count > row->mostNumbers) return failCount(*row, count);
   if (!std::all_of(values, values + count, [](double each) { return std::isfinite(each); })) {
     return fail("The value %2 of %1 is not finite", OroString(row_.name), OroString(parameter));
   }
@@ -77,8 +88,12 @@ bool PointCommandCall::runOn(PointDocument& document, IOroProgress* progress) {
     shown.update(static_cast<int64_t>(fraction * 1000), 1000);
     return progress == nullptr || progress->Update(static_cast<float>(fraction));
   });
+  // A file shows its own progress.
+  const PointFileWork files([&](double fraction) {
+    return progress == nullptr || progress->Update(static_cast<float>(fraction));
+  });
   const bool done = row_.run(run);
-  stopped_ = run.work().isStopped();
+  stopped_ = run.work().isStopped() || files.isStopped();
   if (done) {
     results_ = std::move(run.results());
     message_ = OroString::empty();

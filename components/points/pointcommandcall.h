@@ -33,6 +33,7 @@ class PointCommandCall : public ICommandCall {
   const PointCommandResult* resultAt(int32_t result) const;
   bool hasAll();
   bool runOn(PointDocument& document, IOroProgress* progress);
+  bool failCount(const PointParameter& row, int32_t count);
   bool fail(const char* key, const OroString& a1 = OroString(), const OroString& a2 = OroString());
 
   const PointCommandRow& row_;

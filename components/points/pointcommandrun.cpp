@@ -10,7 +10,11 @@
 PointCommandRun::PointCommandRun(PointDocument& document, PointObject* target,
                                  const Numbers& numbers, const Texts& texts,
                                  std::function<bool(double)> listener)
-    : document_(document), numbers_(numbers), texts_(texts), work_(std::move(listener)) {
+    : document_(document),
+      oneCloud_(target != nullptr),
+      numbers_(numbers),
+      texts_(texts),
+      work_(std::move(listener)) {
   if (target != nullptr) {
     objects_.emplace_back(target);
     return;
@@ -69,5 +73,10 @@ void PointCommandRun::result(const char* name, std::vector<double> numbers) {
 
 bool PointCommandRun::fail(const char* key, const OroString& a1, const OroString& a2) {
   oroTranslate(message_, key, a1, a2);
+  return false;
+}
+
+bool PointCommandRun::failAs(const OroString& text) {
+  message_ = text;
   return false;
 }

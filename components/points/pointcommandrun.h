@@ -41,6 +41,8 @@ class PointCommandRun {
   // The objects that it works on, all of which hold points.
   const std::vector<IPtr<PointObject>>& objects() const { return objects_; }
   int64_t points() const;  // of all of them
+  // Whether it was asked to work on one cloud alone.
+  bool isOneCloud() const { return oneCloud_; }
   PointWork& work() { return work_; }
 
   // Null when it was left out.
@@ -61,11 +63,14 @@ class PointCommandRun {
 
   // Says why the command fails, as an English key; always false.
   bool fail(const char* key, const OroString& a1 = OroString(), const OroString& a2 = OroString());
+  // The same with a text that is in the user's language already.
+  bool failAs(const OroString& text);
   const OroString& message() const { return message_; }
 
  private:
   PointDocument& document_;
   std::vector<IPtr<PointObject>> objects_;
+  bool oneCloud_;
   const Numbers& numbers_;
   const Texts& texts_;
   PointWork work_;

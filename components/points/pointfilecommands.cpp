@@ -8,6 +8,9 @@
 #include "components/points/pointclouddata.h"
 #include "components/points/pointcommandrun.h"
 #include "components/points/pointdocument.h"
+#include "components/points/pointfiles.h"
+#include "components/points/pointfiletype.h"
+#include "components/points/pointreports.h"
 #include "interfaces/IFileSaveData.h"
 #include "interfaces/IFileTypeService.h"
 #include "interfaces/IOroOpenDoc.h"
@@ -17,10 +20,12 @@
 #include "interfaces/IWriteSceneV3.h"
 #include "orobasictypes/oropath.h"
 #include "orobasictypes/orosystemtext.h"
+#include "orobasictypes/orotranslate.h"
 #include "orobasictypes/sptr.h"
 
 namespace {
 
+constexpr const char* kNoName = oroKey("The name of the file is empty");
 constexpr int32_t kNative = 1015;
 constexpr int32_t kGathered = 1000;  // below, the objects are handed over one by one
 
@@ -53,6 +58,20 @@ bool saveWith(PointCommandRun& run, IWriteScene& writer, IFileSaveData& data, IO
   return saver.save(&data, &writer, 0, 0);
 }
 
+// What was reported tells the file and the reason; another component's failure may tell nothing.
+bool failReported(PointCommandRun& run, const PointReports& reports, const char* otherwise,
+                  const OroPath& path) {
+  if (!reports.error().isEmpty()) return run.failAs(reports.error());
+  return run.fail(otherwise, oroShownPath(path));
+}
+
+// The services save the document as a whole.
+bool saveCloud(PointCommandRun& run, const OroPath& path) {
+  const PointReports reports;
+  return savePointFile(path, pointFileType(path), {run.objects().front().get()}) ||
+         failReported(run, reports, oroKey("The file %1 was not saved"), path);
+}
+
 bool takeView(const OroString& name, PointPicture::View& view) {
   if (name == "front") {
     view = PointPicture::View::front;
@@ -72,14 +91,16 @@ bool isEdge(double pixels) {
 
 bool pointcommands::open(PointCommandRun& run) {
   const OroPath path(run.text("file"));
+  if (path.isEmpty()) return run.fail(kNoName);
   const SPtr<IOroOpenDoc> opener;
   if (!opener) return run.fail("There is nothing that opens files");
   const int64_t before = run.points();
   opener->setMode(1);
   opener->setText(0, OroString::empty());
   const SPtr<IOroOpenOptions> options;
+  const PointReports reports;
   if (!opener->open(path, options.get(), 1)) {
-    return run.fail("The file %1 was not opened", oroShownPath(path));
+    return failReported(run, reports, oroKey("The file %1 was not opened"), path);
   }
   int64_t after = 0;
   for (PointObject* object : run.document().objects()) {
@@ -91,14 +112,17 @@ bool pointcommands::open(PointCommandRun& run) {
 
 bool pointcommands::save(PointCommandRun& run) {
   const OroPath path(run.text("file"));
+  if (path.isEmpty()) return run.fail(kNoName);
+  if (run.isOneCloud()) return saveCloud(run, path);
   const SPtr<IFileSaveData> data;
   const SPtr<IOroSaveDoc> saver;
   const SPtr<IFileTypeService> types;
   const IPtr<IWriteScene> writer(types ? types->writerFor() : nullptr);
   if (!data || !saver || !writer) return run.fail("There is nothing that saves files");
   data->setPath(path);
+  const PointReports reports;
   return saveWith(run, *writer, *data, *saver) ||
-         run.fail("The file %1 was not saved", oroShownPath(path));
+         failReported(run, reports, oroKey("The file %1 was not saved"), path);
 }
 
 bool pointcommands::snapshot(PointCommandRun& run) {
@@ -115,7 +139,7 @@ bool pointcommands::snapshot(PointCommandRun& run) {
   if (size != nullptr && !(isEdge(size[0]) && isEdge(size[1]))) {
     return run.fail("The edges of a picture are whole numbers from 1 to 16384");
   }
-  if (!PngWriter::isThere()) return run.fail("This program was built without pictures");
+  if (path.isEmpty()) return run.fail(kNoName);
   PointBounds bounds;
   run.forEach([&](PointSet& set) { return bounds.add(set), true; });
   PointPicture picture(size != nullptr ? static_cast<int>(size[0]) : 800,
@@ -126,6 +150,7 @@ bool pointcommands::snapshot(PointCommandRun& run) {
         [&](PointSet& set) { return picture.draw(set, !(color == "height"), run.work()); });
     if (!drawn) return false;
   }
-  return PngWriter::write(path, picture.pixels(), picture.width(), picture.height()) ||
-         run.fail("The picture %1 was not written", oroShownPath(path));
+  const char* const problem =
+      PngWriter::write(path, picture.pixels(), picture.width(), picture.height());
+  return problem == nullptr || run.fail(problem, oroShownPath(path));
 }

@@ -1,5 +1,7 @@
 #include "components/points/pointfileinput.h"
 
+#include "components/points/pointfilework.h"
+
 bool PointFileInput::open(const OroPath& path) {
   path_ = path;
   return file_.open(path);
@@ -9,7 +11,7 @@ size_t PointFileInput::read(char* buffer, size_t size) {
   const size_t got = file_.read(buffer, size);
   done_ += static_cast<int64_t>(got);
   progress_.update(done_, file_.size());
-  return got;
+  return PointFileWork::step(done_, file_.size()) ? got : 0;
 }
 
 // A pipe has no size and cannot be read twice.

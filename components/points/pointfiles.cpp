@@ -11,6 +11,7 @@
 #include "components/points/pointfileinput.h"
 #include "components/points/pointfileoutput.h"
 #include "components/points/pointfiletype.h"
+#include "components/points/pointfilework.h"
 #include "components/points/pointreport.h"
 #include "orobasictypes/orofile.h"
 #include "orobasictypes/oropath.h"
@@ -67,6 +68,7 @@ bool loadAs(const PointFormat& format, const OroPath& path, PointDocument& docum
     if (!isOfFormat(format, bytes, path)) return false;
     const auto reader = format.makeReader();
     const bool whole = reader->read(bytes, sink);
+    if (PointFileWork::isCurrentStopped()) return false;
     if (bytes.failed()) return fail("The file %1 could not be read to its end", path);
     if (sink.isFull()) return fail("There is not enough memory to read the file %1", path);
     if (!whole) return failProblem(reader->problem(), path);
@@ -83,6 +85,7 @@ bool writeTo(const OroPath& path, PointFormatWriter& writer, PointSource& source
   PointFileOutput output(file);
   PointOutputBuffer bytes(output);
   const bool whole = writer.write(source, bytes);
+  if (PointFileWork::isCurrentStopped()) return false;
   if (writer.problem() != nullptr) return fail(writer.problem(), path);
   if (!whole || !file.commit()) return fail("Cannot write the file %1", path);
   reportNotes(writer.notes(), path);

@@ -1,6 +1,7 @@
 // Point files and the document: what opening and saving come to.
 //
-// Every failure is reported, and so is what a file or its form loses. Main thread only.
+// Every failure is reported, and so is what a file or its form loses. Both can be stopped
+// (PointFileWork). Main thread only.
 #pragma once
 
 #include <vector>

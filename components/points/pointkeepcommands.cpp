@@ -149,7 +149,8 @@ bool pointcommands::select(PointCommandRun& run) {
   const OroString& mode = run.text("mode");
   const bool byBox = mode.isEmpty() || isOneOf(mode, {"new", "add", "remove", "keep"});
   if (!byBox && !isOneOf(mode, {"all", "none", "invert"})) {
-    return run.fail("The mode %1 of a selection is not known", mode);
+    return run.fail("The mode %1 is not known: it is new, add, remove, keep, all, none or invert",
+                    mode);
   }
   std::vector<BitVector> boxes;
   const bool done = findAll(

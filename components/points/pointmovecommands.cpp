@@ -91,7 +91,8 @@ bool pointcommands::toGray(PointCommandRun& run) {
 bool pointcommands::sort(PointCommandRun& run) {
   const std::vector<int> axes = axesOf(run.has("axis") ? run.text("axis") : OroString(u"xyz"));
   if (axes.empty()) {
-    return run.fail("%1 names no axes: they are x, y and z, each once at most", run.text("axis"));
+    return run.fail("\"%1\" names no axes: they are x, y and z, each once at most",
+                    run.text("axis"));
   }
   const PointSorter sorter(axes, run.flag("descending"));
   std::vector<std::vector<uint32_t>> orders;

@@ -1,5 +1,6 @@
 #include "components/points/pointreport.h"
 
+#include "components/points/pointreports.h"
 #include "interfaces/IOroErrorService.h"
 #include "orobasictypes/kelcstring.h"
 #include "orobasictypes/orotranslate.h"
@@ -7,9 +8,9 @@
 
 void reportPoints(int32_t severity, const char* key, const OroString& a1, const OroString& a2,
                   const OroString& a3) {
-  SPtr<IOroErrorService> errors;
-  if (!errors) return;
   OroString text;
   oroTranslate(text, key, a1, a2, a3);
-  errors->report(text, severity, KelCString());
+  PointReports::hear(severity, text);
+  const SPtr<IOroErrorService> errors;
+  if (errors) errors->report(text, severity, KelCString());
 }

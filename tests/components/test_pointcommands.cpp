@@ -16,6 +16,10 @@
 #include "components/points/pointclouddata.h"
 #include "components/points/pointclouds.h"
 #include "components/points/pointdocument.h"
+#include "components/points/pointfiletypes.h"
+#include "components/points/pointopener.h"
+#include "components/points/pointsavedata.h"
+#include "components/points/pointsaver.h"
 #include "interfaces/ICommandCall.h"
 #include "interfaces/IOroProgress.h"
 #include "interfaces/IPointBlocks.h"
@@ -116,6 +120,22 @@ class PointCommandsTest : public testing::Test {
     return call->message().toUtf8();
   }
 
+  // What opens and saves.
+  void serveFiles() {
+    const auto serve = [&](const char* name, IOroUnknown* object) {
+      memory_.broker.registerService(KelCString::borrow(name), object);
+    };
+    serve("IOroOpenDoc", new PointOpener);
+    serve("IOroSaveDoc", new PointSaver);
+    serve("IFileSaveData", new PointSaveData);
+    serve("IFileTypeService", new PointFileTypes);
+  }
+  std::string pathOf(const std::string& name) {
+    const std::u8string text = folder_.file(name).u8string();
+    return {text.begin(), text.end()};
+  }
+
+  tests::TempFolder folder_;
   tests::ManagedMemory memory_;
   IPtr<PointCommands> commands_{new PointCommands};
   IPtr<PointDocument> document_{new PointDocument};
@@ -165,7 +185,7 @@ TEST_F(PointCommandsTest, RefusesValuesThatDoNotFit) {
   const double nan = std::numeric_limits<double>::quiet_NaN();
   EXPECT_EQ(run("translate"), "translate needs the value by");
   EXPECT_EQ(run("translate", {{"by", {1, 2}}}),
-            "The value by of translate has another count of numbers");
+            "The value by of translate takes numbers: 3 of them, not 2");
   EXPECT_EQ(run("translate", {{"by", {1, 2, nan}}}), "The value by of translate is not finite");
   EXPECT_EQ(run("translate", {{"to", {1, 2, 3}}}), "translate has no value named to");
   EXPECT_EQ(run("translate", {}, {{"by", "x"}}), "The value by of translate is made of numbers");
@@ -273,7 +293,8 @@ TEST_F(PointCommandsTest, SelectsByModes) {
   EXPECT_THAT(selected(), IsEmpty());
   EXPECT_EQ(run("select", {}, {{"mode", "all"}}), "");
   EXPECT_THAT(selected(), ElementsAre(1, 2, 3));
-  EXPECT_EQ(run("select", {}, {{"mode", "some"}}), "The mode some of a selection is not known");
+  EXPECT_EQ(run("select", {}, {{"mode", "some"}}),
+            "The mode some is not known: it is new, add, remove, keep, all, none or invert");
 }
 
 TEST_F(PointCommandsTest, ThinsAllCloudsTogetherToTheCount) {
@@ -444,9 +465,92 @@ TEST_F(PointCommandsTest, RefusesPicturesWithoutSense) {
             "The edges of a picture are whole numbers from 1 to 16384");
 }
 
+TEST_F(PointCommandsTest, APictureIsAFileOfItsSize) {
+  line(100, std::vector<PointColor>(100, {255, 0, 0}));
+  EXPECT_EQ(run("snapshot", {{"size", {300, 200}}}, {{"file", pathOf("a.png")}}), "");
+  const std::string bytes = folder_.read("a.png");
+  ASSERT_GT(bytes.size(), 100u);
+  EXPECT_EQ(bytes.substr(0, 8), "\x89PNG\r\n\x1A\n");
+  EXPECT_EQ(bytes.substr(16, 8), std::string("\0\0\1\x2C\0\0\0\xC8", 8));
+  EXPECT_EQ(bytes.substr(bytes.size() - 8, 4), "IEND");
+}
+
+TEST_F(PointCommandsTest, APictureThatCannotBeWrittenTellsItsFile) {
+  line(2);
+  const std::string message = run("snapshot", {}, {{"file", pathOf("absent/a.png")}});
+  EXPECT_THAT(message, testing::HasSubstr("a.png cannot be made in its folder"));
+  EXPECT_EQ(run("snapshot", {}, {{"file", ""}}), "The name of the file is empty");
+}
+
 TEST_F(PointCommandsTest, FilesNeedTheirServices) {
   EXPECT_EQ(run("open", {}, {{"file", "in.xyz"}}), "There is nothing that opens files");
   EXPECT_EQ(run("save", {}, {{"file", "out.xyz"}}), "There is nothing that saves files");
+}
+
+TEST_F(PointCommandsTest, AFileThatFailsTellsTheReasonThatIsReported) {
+  serveFiles();
+  folder_.write("bad.xyz", "1 2 3\n4 five 6\n");
+  const size_t before = document_->objects().size();
+  EXPECT_THAT(run("open", {}, {{"file", pathOf("absent.xyz")}}),
+              testing::MatchesRegex("Cannot open the file .*absent.xyz"));
+  EXPECT_THAT(run("open", {}, {{"file", pathOf("bad.xyz")}}),
+              testing::MatchesRegex(".*bad.xyz, line 2: .*"));
+  EXPECT_EQ(run("open", {}, {{"file", ""}}), "The name of the file is empty");
+  EXPECT_EQ(document_->objects().size(), before);
+  line(3);
+  EXPECT_THAT(run("save", {}, {{"file", pathOf("absent/a.xyz")}}),
+              testing::MatchesRegex("Cannot write the file .*a.xyz"));
+  EXPECT_THAT(run("save", {}, {{"file", pathOf("a.nonsense")}}),
+              testing::MatchesRegex("The type of the file .*a.nonsense cannot be saved"));
+  EXPECT_EQ(run("save", {}, {{"file", ""}}), "The name of the file is empty");
+}
+
+TEST_F(PointCommandsTest, OneCloudMayBeSavedAlone) {
+  serveFiles();
+  add("one", {{1, 2, 3}});
+  add("two", {{4, 5, 6}});
+  EXPECT_EQ(run("save", {}, {{"file", pathOf("both.xyz")}}), "");
+  EXPECT_EQ(folder_.read("both.xyz"), "1 2 3\n4 5 6\n");
+  const IPtr<PointClouds> clouds(new PointClouds);
+  cloud_ = clouds->cloud(1);
+  for (const char* const name : {"two.xyz", "two.cwl"}) {
+    EXPECT_EQ(run("save", {}, {{"file", pathOf(name)}}), "");
+    cloud_ = nullptr;
+    EXPECT_EQ(run("open", {}, {{"file", pathOf(name)}}), "");
+    EXPECT_THAT(results_["points"], ElementsAre(1));
+    cloud_ = clouds->cloud(1);
+  }
+  EXPECT_EQ(folder_.read("two.xyz"), "4 5 6\n");
+}
+
+TEST_F(PointCommandsTest, AStopWhileAFileIsReadAddsNothing) {
+  serveFiles();
+  std::string text;
+  for (int i = 0; i < 100000; ++i) text += std::to_string(i) + " 0 0\n";
+  folder_.write("in.xyz", text);
+  const size_t before = document_->objects().size();
+  for (const int looks : {0, 1, 2}) {
+    const IPtr<Watcher> watcher(new Watcher(looks));
+    EXPECT_EQ(run("open", {}, {{"file", pathOf("in.xyz")}}, watcher.get()), "The work was stopped");
+    EXPECT_TRUE(stopped_);
+    EXPECT_EQ(document_->objects().size(), before);
+  }
+  EXPECT_EQ(run("open", {}, {{"file", pathOf("in.xyz")}}), "");
+  EXPECT_THAT(results_["points"], ElementsAre(100000));
+}
+
+TEST_F(PointCommandsTest, AStopWhileAFileIsWrittenLeavesTheOlderOne) {
+  serveFiles();
+  line(50000);
+  for (const char* const name : {"a.xyz", "a.ply", "a.las", "a.pcd", "a.cwl"}) {
+    folder_.write(name, "older");
+    const IPtr<Watcher> watcher(new Watcher(1));
+    EXPECT_EQ(run("save", {}, {{"file", pathOf(name)}}, watcher.get()), "The work was stopped");
+    EXPECT_TRUE(stopped_);
+    EXPECT_EQ(folder_.read(name), "older");
+    EXPECT_EQ(run("save", {}, {{"file", pathOf(name)}}), "");
+    EXPECT_NE(folder_.read(name), "older");
+  }
 }
 
 }  // namespace

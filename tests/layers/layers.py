@@ -71,6 +71,7 @@ THIRD_PARTY = {
     "components/xmldom/": ["pugixml.hpp"],
     "platform/posix/nationaltext.cpp": ["unicode/"],
     "tests/": ["gtest/", "gmock/"],
+    "tests/components/points/": ["png.h"],
 }
 
 # Of the compiler, for the processor that both systems have.

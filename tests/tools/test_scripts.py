@@ -142,6 +142,28 @@ def fetch_twice():
         return fetchsource.main(["no such package", folder])
 
 
+def fetch_when_the_update_is_missing():
+    """What apt is asked for where the mirror lists an update that it has not."""
+    asked = []
+
+    def run(command, folder, what):
+        if "source" not in command:
+            return
+        asked.append(command[-1])
+        if "/" not in command[-1]:
+            raise fetchsource.Missing(what)
+        (folder / "thing-1").mkdir()
+
+    kept, fetchsource.run = fetchsource.run, run
+    try:
+        with tempfile.TemporaryDirectory(prefix="cowl-fetch-") as folder:
+            found = fetchsource.fetch("thing", pathlib.Path(folder)).name
+    finally:
+        fetchsource.run = kept
+    release = fetchsource.codename(pathlib.Path("/etc/os-release").read_text(encoding="utf-8"))
+    return found, asked == ["thing", f"thing/{release}"]
+
+
 def read_png(data):
     """The pixels of a file, as bytes of rows without filters; raises on anything that is not sound."""
     if data[:8] != drawimages.SIGNATURE:
@@ -202,6 +224,8 @@ def main():
     expect("source: the release is named", fetchsource.codename('ID=x\nVERSION_CODENAME="tidy"\n'),
            "tidy")
     expect("source: a folder that is there is kept", fetch_twice(), 0)
+    expect("source: the release's own where an update is missing",
+           fetch_when_the_update_is_missing(), ("thing-1", True))
     for name, found, wanted in image_rows():
         expect(f"image: {name}", found, wanted)
     return 0 if all(results) else 1

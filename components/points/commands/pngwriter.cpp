@@ -2,22 +2,26 @@
 
 #include <png.h>
 
+#include <new>
+
+#include "orobasictypes/orotranslate.h"
 #include "orobasictypes/orowholefile.h"
 
-bool PngWriter::isThere() { return true; }
-
-bool PngWriter::write(const OroPath& path, const std::vector<uint8_t>& pixels, int width,
-                      int height) {
+const char* PngWriter::write(const OroPath& path, const std::vector<uint8_t>& pixels, int width,
+                             int height) {
   png_image image = {};
   image.version = PNG_IMAGE_VERSION;
   image.format = PNG_FORMAT_RGB;
   image.width = static_cast<png_uint_32>(width);
   image.height = static_cast<png_uint_32>(height);
+  OroWholeFile file;
+  if (!file.open(path)) return oroKey("The picture %1 cannot be made in its folder");
   std::vector<char> bytes(PNG_IMAGE_PNG_SIZE_MAX(image));
   png_alloc_size_t size = bytes.size();
+  // With room for any picture of this size only memory can be short.
   if (png_image_write_to_memory(&image, bytes.data(), &size, 0, pixels.data(), 0, nullptr) == 0) {
-    return false;
+    throw std::bad_alloc();
   }
-  OroWholeFile file;
-  return file.open(path) && file.write(bytes.data(), size) && file.commit();
+  const bool whole = file.write(bytes.data(), size) && file.commit();
+  return whole ? nullptr : oroKey("The picture %1 could not be written to its end");
 }

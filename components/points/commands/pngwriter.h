@@ -8,9 +8,9 @@ class OroPath;
 
 class PngWriter {
  public:
-  // False where the build has no library for it.
-  static bool isThere();
-  // Rows from the top, three bytes a pixel. False when the file is not whole; an older one is then
-  // untouched. Throws std::bad_alloc.
-  static bool write(const OroPath& path, const std::vector<uint8_t>& pixels, int width, int height);
+  // Rows from the top, three bytes a pixel. Null when the file is whole; otherwise the key of a
+  // text that tells why it is not, with the file as %1, and an older file is untouched. Throws
+  // std::bad_alloc.
+  static const char* write(const OroPath& path, const std::vector<uint8_t>& pixels, int width,
+                           int height);
 };
