@@ -35,4 +35,8 @@ if(COWL_PYTHON_FOUND)
   target_include_directories(cowlpython SYSTEM INTERFACE ${PROJECT_BINARY_DIR}/pybind11
                                                          ${Python_INCLUDE_DIRS})
   target_link_libraries(cowlpython INTERFACE ${Python_LIBRARIES})
+  if(WIN32)
+    # CPython's headers tell 64 bits from 32 by this, and find it out for one compiler alone.
+    target_compile_definitions(cowlpython INTERFACE MS_WIN64)
+  endif()
 endif()

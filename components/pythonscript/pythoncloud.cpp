@@ -15,6 +15,8 @@ namespace py = pybind11;
 
 namespace {
 
+constexpr int kRows = py::array::c_style | py::array::forcecast;
+
 // Stands for the list of the document's clouds, whatever it holds when it is asked.
 struct PythonDocument {};
 
@@ -27,18 +29,26 @@ PythonCloud cloudAt(py::ssize_t index) {
   const py::ssize_t count = cloudCount();
   if (index < 0) index += count;
   const SPtr<IPointClouds> clouds;
-  if (index < 0 || index >= count) throw py::index_error("there is no cloud of this number");
+  if (index < 0 || index >= count) {
+    raisePython(PyExc_IndexError, "there is no cloud of this number");
+  }
   return PythonCloud(clouds->cloud(static_cast<int32_t>(index)));
 }
 
-PythonCloud cloudNamed(const py::str& name) {
+PythonCloud cloudNumbered(py::handle number) {
+  const py::ssize_t index = PyNumber_AsSsize_t(number.ptr(), nullptr);  // a huge one is cut
+  if (PyErr_Occurred() != nullptr) throw py::error_already_set();
+  return cloudAt(index);
+}
+
+PythonCloud cloudNamed(py::handle name) {
   const SPtr<IPointClouds> clouds;
   const OroString wanted = applicationText(name);
   for (int32_t i = 0; clouds && i < clouds->count(); ++i) {
     const IPtr<IPointCloud> cloud(clouds->cloud(i));
     if (cloud->name() == wanted) return PythonCloud(cloud.get());
   }
-  throw py::key_error(std::string(name));
+  raiseKeyError(name);
 }
 
 py::list allClouds() {
@@ -50,7 +60,18 @@ py::list allClouds() {
 void expectRows(const py::array& array, int64_t rows, int dimensions) {
   const bool fits = array.ndim() == dimensions && array.shape(0) == rows &&
                     (dimensions == 1 || array.shape(1) == 3);
-  if (!fits) throw py::value_error("the array has another shape than the cloud");
+  if (!fits) {
+    raisePython(PyExc_ValueError, "the array has another shape than the cloud, which has %1 points",
+                OroString(std::to_string(rows).c_str()));
+  }
+}
+
+// Numbers of another type that are no colours would come out as others.
+void expectColors(const py::array& rows) {
+  if (rows.size() == 0) return;
+  const auto least = py::cast<double>(rows.attr("min")());
+  const auto most = py::cast<double>(rows.attr("max")());
+  if (!(least >= 0 && most < 256)) raisePython(PyExc_ValueError, "colours go from 0 to 255");
 }
 
 void setColors(const PythonCloud& cloud, const py::object& value) {
@@ -58,8 +79,9 @@ void setColors(const PythonCloud& cloud, const py::object& value) {
     cloud.object()->setHasColors(false);
     return;
   }
-  using Bytes = py::array_t<uint8_t, py::array::c_style | py::array::forcecast>;
-  const auto rows = py::cast<Bytes>(value);
+  const py::array given(value);
+  if (!py::isinstance<py::array_t<uint8_t>>(given)) expectColors(given);
+  const py::array_t<uint8_t, kRows> rows(given);
   expectRows(rows, cloud.count(), 2);
   cloud.object()->setHasColors(true);
   const IPtr<IPointBlocks> blocks(cloud.object()->blocks());
@@ -74,9 +96,9 @@ void setColors(const PythonCloud& cloud, const py::object& value) {
 
 PythonCloud PythonCloud::of(py::handle value) {
   if (py::isinstance<PythonCloud>(value)) return value.cast<PythonCloud>();
-  if (py::isinstance<py::str>(value)) return cloudNamed(py::reinterpret_borrow<py::str>(value));
-  if (py::isinstance<py::int_>(value)) return cloudAt(value.cast<py::ssize_t>());
-  throw py::type_error("a cloud, its number or its name is expected here");
+  if (py::isinstance<py::str>(value)) return cloudNamed(value);
+  if (PyIndex_Check(value.ptr()) != 0) return cloudNumbered(value);
+  raisePython(PyExc_TypeError, "a cloud, its number or its name is expected here");
 }
 
 py::str PythonCloud::name() const { return pythonText(cloud_->name()); }
@@ -99,8 +121,8 @@ py::array PythonCloud::points() const {
   return copy;
 }
 
-void PythonCloud::setPoints(
-    const py::array_t<double, py::array::c_style | py::array::forcecast>& points) const {
+void PythonCloud::setPoints(const py::object& value) const {
+  const py::array_t<double, kRows> points(value);
   expectRows(points, count(), 2);
   const IPtr<IPointBlocks> blocks(cloud_->blocks());
   // The array may show the storage itself.
@@ -119,13 +141,17 @@ py::object PythonCloud::colors() const {
 
 py::array_t<bool> PythonCloud::selection() const {
   static_assert(sizeof(bool) == sizeof(uint8_t));
-  py::array_t<bool> flags(py::ssize_t{count()});
-  cloud_->readSelection(0, count(), reinterpret_cast<uint8_t*>(flags.mutable_data()));
-  return flags;
+  // Making the array may run code of the script, and the cloud may change.
+  for (;;) {
+    const int64_t size = count();
+    py::array_t<bool> flags(py::ssize_t{size});
+    auto* const to = reinterpret_cast<uint8_t*>(flags.mutable_data());
+    if (size == count() && cloud_->readSelection(0, size, to)) return flags;
+  }
 }
 
-void PythonCloud::setSelection(
-    const py::array_t<bool, py::array::c_style | py::array::forcecast>& flags) const {
+void PythonCloud::setSelection(const py::object& value) const {
+  const py::array_t<bool, kRows> flags(value);
   expectRows(flags, count(), 1);
   cloud_->writeSelection(0, count(), reinterpret_cast<const uint8_t*>(flags.data()));
 }

@@ -33,14 +33,12 @@ class PythonCloud {
   // All points, of the shape (count, 3). Where they lie in one piece it is the storage itself, else
   // a copy that cannot be written to.
   pybind11::array points() const;
-  void setPoints(const pybind11::array_t<double, pybind11::array::c_style |
-                                                     pybind11::array::forcecast>& points) const;
+  void setPoints(const pybind11::object& points) const;
   // The storage itself, of the shape (count, 3) and the type uint8; None without colours.
   pybind11::object colors() const;
   // One flag for each point; a copy.
   pybind11::array_t<bool> selection() const;
-  void setSelection(const pybind11::array_t<bool, pybind11::array::c_style |
-                                                      pybind11::array::forcecast>& flags) const;
+  void setSelection(const pybind11::object& flags) const;
 
  private:
   IPtr<IPointCloud> cloud_;

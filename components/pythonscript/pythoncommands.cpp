@@ -21,14 +21,18 @@ constexpr const char* kCloud = "cloud";
 
 // The numbers of a number, or of lists, tuples and arrays of numbers, one after the other.
 void gather(py::handle value, std::vector<double>& numbers, int depth) {
-  const bool nested = PySequence_Check(value.ptr()) != 0 && !py::isinstance<py::str>(value);
+  const bool bytes = PyBytes_Check(value.ptr()) != 0 || PyByteArray_Check(value.ptr()) != 0;
+  const bool nested =
+      PySequence_Check(value.ptr()) != 0 && !py::isinstance<py::str>(value) && !bytes;
   if (nested && depth < 4) {
     for (const py::handle each : value) gather(each, numbers, depth + 1);
     return;
   }
   const double number = PyFloat_AsDouble(value.ptr());
   if (number == -1 && PyErr_Occurred() != nullptr) throw py::error_already_set();
-  if (numbers.size() == kMostNumbers) throw py::value_error("there are too many numbers");
+  if (numbers.size() == kMostNumbers) {
+    raisePython(PyExc_ValueError, "there are too many numbers");
+  }
   numbers.push_back(number);
 }
 
@@ -52,18 +56,18 @@ void giveAll(ICommandTable& table, int32_t command, ICommandCall& call, const py
              const py::kwargs& names) {
   const int32_t parameters = table.parameterCount(command);
   if (static_cast<int32_t>(places.size()) > parameters) {
-    throw py::type_error(std::string(table.commandName(command)) + " takes at most " +
-                         std::to_string(parameters) + " values");
+    raisePython(PyExc_TypeError, "%1 takes at most %2 values",
+                OroString(table.commandName(command)), OroString(parameters));
   }
   for (int32_t i = 0; i < static_cast<int32_t>(places.size()); ++i) {
     const char* const name = table.parameterName(command, i);
     if (names.contains(name)) {
-      throw py::type_error(std::string("the value ") + name + " is given twice");
+      raisePython(PyExc_TypeError, "the value %1 is given twice", OroString(name));
     }
     give(call, name, places[static_cast<size_t>(i)]);
   }
   for (const auto& [name, value] : names) {
-    const std::string key = py::str(name);
+    const std::string key = narrowText(name);
     if (key != kCloud) {
       give(call, key.c_str(), value);
     } else if (!value.is_none() && !call.setCloud(PythonCloud::of(value).object())) {
@@ -88,14 +92,20 @@ py::object resultOf(ICommandCall& call, int32_t result) {
   return py::float_(numbers[0]);
 }
 
+// To the handler of the script, which mostly raises KeyboardInterrupt.
+void passInterruptOn() {
+  PyErr_SetInterrupt();
+  if (PyErr_CheckSignals() != 0) throw py::error_already_set();
+}
+
 py::object runCommand(int32_t command, const py::args& places, const py::kwargs& names) {
   const SPtr<ICommandTable> table;
   const IPtr<ICommandCall> call(table ? table->newCall(command) : nullptr);
-  if (!call) throw std::runtime_error("the command is gone");
+  if (!call) raisePython(PyExc_RuntimeError, "the command is gone");
   giveAll(*table, command, *call, places, names);
   const IPtr<PythonWatcher> watcher(new PythonWatcher);
   const bool done = call->run(watcher.get());
-  if (watcher->isInterrupted()) throw py::error_already_set();
+  if (watcher->isInterrupted()) passInterruptOn();
   if (!done && call->wasStopped()) throwPythonCancelled();
   if (!done) throwPythonError(call->message());
   if (call->resultCount() == 0) return py::none();

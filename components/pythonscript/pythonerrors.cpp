@@ -1,5 +1,7 @@
 #include "components/pythonscript/pythonerrors.h"
 
+#include <string>
+
 #include "components/pythonscript/pythontext.h"
 #include "orobasictypes/orotranslate.h"
 
@@ -29,6 +31,16 @@ PyObject* newClass(py::module_& module, const char* name, PyObject* base) {
 void definePythonErrors(py::module_& module) {
   errorClass = newClass(module, "Error", PyExc_RuntimeError);
   cancelledClass = newClass(module, "Cancelled", errorClass);
+}
+
+void raisePython(PyObject* type, const char* key, const OroString& a1, const OroString& a2) {
+  OroString text;
+  raise(type, oroTranslate(text, key, a1, a2));
+}
+
+void raiseKeyError(py::handle wanted) {
+  PyErr_SetObject(PyExc_KeyError, wanted.ptr());
+  throw py::error_already_set();
 }
 
 void throwPythonError(const OroString& text) { raise(errorClass, text); }

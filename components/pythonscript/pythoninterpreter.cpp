@@ -15,10 +15,12 @@ namespace py = pybind11;
 
 namespace {
 
-OroString startFailure(const char* reason) {
+OroString startFailure(const OroString& reason) {
   OroString text;
-  return oroTranslate(text, "The script engine cannot start: %1", OroString(reason));
+  return oroTranslate(text, "The script engine cannot start: %1", reason);
 }
+
+OroString startFailure(const PyStatus& status) { return startFailure(OroString(status.err_msg)); }
 
 // Texts are UTF-8 whatever the locale says. Blocks come from the system one by one, so that tools
 // that watch memory see each of them.
@@ -62,19 +64,19 @@ class Interruptible {
 
 OroString PythonInterpreter::start() {
   PyStatus status = preinitialize();
-  if (PyStatus_Exception(status)) return startFailure(status.err_msg);
+  if (PyStatus_Exception(status)) return startFailure(status);
   // Python's extension libraries take its symbols from wherever they are.
   oroShareSymbols(reinterpret_cast<const void*>(&Py_IsInitialized));
   addPythonModule();
   status = initialize();
-  if (PyStatus_Exception(status)) return startFailure(status.err_msg);
+  if (PyStatus_Exception(status)) return startFailure(status);
   try {
     py::dict names;
     names["__builtins__"] = py::module_::import("builtins");
     py::exec(pythonRunnerSource, names);
     runner_ = py::object(names["run"]).release().ptr();
   } catch (const std::exception& error) {
-    return startFailure(error.what());
+    return startFailure(OroString::fromUtf8(error.what()));
   }
   return OroString();
 }
@@ -82,8 +84,11 @@ OroString PythonInterpreter::start() {
 PythonEnd PythonInterpreter::run(const char* source, size_t size, const OroString& path,
                                  const OroString& arguments) {
   if (runner_ == nullptr) {
-    if (Py_IsInitialized() != 0) return {startFailure("an earlier start failed")};
-    const OroString problem = start();
+    OroString problem;
+    if (Py_IsInitialized() != 0) {
+      return {startFailure(oroTranslate(problem, "an earlier start failed"))};
+    }
+    problem = start();
     if (!problem.isEmpty()) return {problem};
   }
   PythonEnd end = call(source, size, path, arguments);
@@ -109,6 +114,7 @@ PythonEnd PythonInterpreter::call(const char* source, size_t size, const OroStri
   } catch (const std::exception& error) {
     return {OroString::fromUtf8(error.what())};
   } catch (...) {
-    return {startFailure("unknown")};
+    OroString problem;
+    return {oroTranslate(problem, "The script ended for an unknown reason")};
   }
 }

@@ -2,6 +2,7 @@
 
 #include <pybind11/pybind11.h>
 
+#include <string>
 #include <vector>
 
 #include "components/pythonscript/pythoncloud.h"
@@ -16,12 +17,11 @@ namespace py = pybind11;
 
 namespace {
 
-py::str translate(const py::str& key, const py::args& arguments) {
+py::str translate(const py::object& key, const py::args& arguments) {
+  const std::string name = narrowText(key);
   std::vector<OroString> texts;
   for (const py::handle argument : arguments) texts.push_back(applicationText(py::str(argument)));
   OroString out;
-  const std::string name = key;
-  if (name.find('\0') != name.npos) throw py::value_error("the key holds a character 0");
   oroTranslateArray(out, name.c_str(), static_cast<int32_t>(texts.size()), texts.data());
   return pythonText(out);
 }

@@ -17,10 +17,10 @@ bool pythonWorkCancelled() {
   return progress != nullptr && progress->IsCancelled();
 }
 
-PythonProgress::PythonProgress(const py::str& text) : text_(applicationText(text)) {}
+PythonProgress::PythonProgress(const py::object& text) : text_(applicationText(text)) {}
 
 void PythonProgress::enter() {
-  if (running_) throw std::runtime_error("the step runs already");
+  if (running_) raisePython(PyExc_RuntimeError, "the step runs already");
   running_ = true;
   percent_ = -1;
   const SPtr<IGuiBusyState> busy;
@@ -34,8 +34,12 @@ void PythonProgress::leave() {
   if (busy) busy->stopBusy(0, 0, this);
 }
 
-void PythonProgress::update(double fraction) {
-  if (!(fraction >= 0 && fraction <= 1)) throw py::value_error("a fraction goes from 0 to 1");
+void PythonProgress::update(const py::object& value) {
+  const double fraction = PyFloat_AsDouble(value.ptr());
+  if (PyErr_Occurred() != nullptr) throw py::error_already_set();
+  if (!(fraction >= 0 && fraction <= 1)) {
+    raisePython(PyExc_ValueError, "a fraction goes from 0 to 1");
+  }
   if (pythonWorkCancelled()) throwPythonCancelled();
   const auto percent = static_cast<int32_t>(fraction * 100);
   if (!running_ || percent == percent_) return;
@@ -46,7 +50,7 @@ void PythonProgress::update(double fraction) {
 
 void PythonProgress::define(py::module_& module) {
   py::class_<PythonProgress>(module, "progress", "A long step, shown while its block runs.")
-      .def(py::init<const py::str&>(), py::arg("text"))
+      .def(py::init<const py::object&>(), py::arg("text"))
       .def("__enter__",
            [](PythonProgress& self) -> PythonProgress& {
              self.enter();

@@ -18,15 +18,15 @@ class PythonProgress {
  public:
   static void define(pybind11::module_& module);
 
-  explicit PythonProgress(const pybind11::str& text);
+  explicit PythonProgress(const pybind11::object& text);
   ~PythonProgress() { leave(); }
   PythonProgress(const PythonProgress&) = delete;
   PythonProgress& operator=(const PythonProgress&) = delete;
 
   void enter();
   void leave();
-  // From 0 to 1; ValueError for anything else.
-  void update(double fraction);
+  // From 0 to 1; ValueError for anything else, TypeError for no number.
+  void update(const pybind11::object& fraction);
 
  private:
   OroString text_;

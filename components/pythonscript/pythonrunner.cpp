@@ -1,7 +1,8 @@
 #include "components/pythonscript/pythonrunner.h"
 
 const char* const pythonRunnerSource = R"PYTHON(
-import atexit, builtins, gc, linecache, os, shlex, sys, threading, traceback, types
+import atexit, builtins, gc, linecache, os, shlex, signal, sys, threading, traceback, types
+from importlib.util import decode_source
 from cowl import text as translate
 
 RECURSION_LIMIT = sys.getrecursionlimit()
@@ -21,7 +22,7 @@ def described(error):
     try:
         return "".join(FORMAT(type(error), error, error.__traceback__))
     except BaseException:
-        return f"{type(error).__name__}: its traceback cannot be shown\n"
+        return translate("%1: its traceback cannot be shown", type(error).__name__)
 
 
 def is_interrupt(error):
@@ -75,11 +76,45 @@ def finish():
         return described(error), is_interrupt(error)
 
 
+def text_lines(source):
+    """The lines as a traceback shows them, whatever the bytes are."""
+    try:
+        text = decode_source(source)
+    except (SyntaxError, ValueError, LookupError):
+        text = source.decode("utf-8", "replace")
+    return [line + "\n" for line in text.split("\n")]
+
+
+def state():
+    """What belongs to the process and is to be the same behind a script."""
+    handlers = {number: signal.getsignal(number) for number in signal.valid_signals()}
+    try:
+        folder = os.getcwd()
+    except OSError:
+        folder = None  # removed while it was the current one
+    return sys.argv, list(sys.path), sys.stdout, sys.stderr, folder, handlers
+
+
+def restore(before):
+    sys.argv, sys.path[:], sys.stdout, sys.stderr, folder, handlers = before
+    try:
+        if folder is not None:
+            os.chdir(folder)
+    except OSError:
+        pass  # the script removed it
+    if hasattr(signal, "setitimer"):
+        for timer in signal.ITIMER_REAL, signal.ITIMER_VIRTUAL, signal.ITIMER_PROF:
+            signal.setitimer(timer, 0)
+    for number, handler in handlers.items():
+        if handler is not None and signal.getsignal(number) is not handler:
+            signal.signal(number, handler)
+
+
 def straighten(main, before):
     sys.settrace(None)
     sys.setprofile(None)
     sys.setrecursionlimit(RECURSION_LIMIT)
-    sys.argv, sys.path[:], sys.stdout, sys.stderr = before
+    restore(before)
     sys.modules["__main__"] = host
     main.__dict__.clear()
     linecache.clearcache()
@@ -91,7 +126,7 @@ host = sys.modules["__main__"]
 
 def run(source, path, arguments):
     process = os.getpid()
-    before = sys.argv, list(sys.path), sys.stdout, sys.stderr
+    before = state()
     main = types.ModuleType("__main__")
     main.__file__ = path
     main.__builtins__ = builtins
@@ -100,8 +135,7 @@ def run(source, path, arguments):
         sys.modules["__main__"] = main
         sys.stdout, sys.stderr = stream(1), stream(2)
         # A traceback shows lines of what was run, also when the file was a pipe or has changed.
-        lines = source.decode("utf-8", "replace").splitlines(True)
-        linecache.cache[path] = len(source), None, lines, path
+        linecache.cache[path] = len(source), None, text_lines(source), path
         failure, interrupted = execute(source, path, main)
     except BaseException as error:
         failure, interrupted = described(error), is_interrupt(error)

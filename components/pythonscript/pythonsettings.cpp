@@ -3,6 +3,7 @@
 #include <limits>
 #include <string>
 
+#include "components/pythonscript/pythonerrors.h"
 #include "components/pythonscript/pythontext.h"
 #include "interfaces/IDataStore.h"
 #include "interfaces/IKelDataItem.h"
@@ -21,12 +22,6 @@ int32_t kindOf(IDataStore* store, const std::string& path) {
   return store != nullptr && store->GetType(path.c_str(), kind) ? kind : kNoKind;
 }
 
-std::string nameOf(const py::str& path) {
-  const std::string name = path;
-  if (name.find('\0') != name.npos) throw py::value_error("the path holds a character 0");
-  return name;
-}
-
 py::object valueOf(IDataStore* store, const std::string& path) {
   switch (kindOf(store, path)) {
     case IKelDataItem::kInt:
@@ -42,14 +37,43 @@ py::object valueOf(IDataStore* store, const std::string& path) {
   }
 }
 
+// As Python writes it.
+OroString numberText(const py::object& number) { return applicationText(py::str(number)); }
+
+[[noreturn]] void refuseRange(const py::object& least, const py::object& most) {
+  raisePython(PyExc_ValueError, "the setting goes from %1 to %2", numberText(least),
+              numberText(most));
+}
+
 int32_t wholeNumber(const py::object& value, int32_t least, int32_t most) {
-  if (!py::isinstance<py::int_>(value)) throw py::type_error("the setting is a whole number");
-  const long long number = value.cast<long long>();
-  if (number < least || number > most) {
-    throw py::value_error("the setting goes from " + std::to_string(least) + " to " +
-                          std::to_string(most));
+  if (PyIndex_Check(value.ptr()) == 0) {
+    raisePython(PyExc_TypeError, "the setting is a whole number");
+  }
+  PyObject* const whole = PyNumber_Index(value.ptr());
+  if (whole == nullptr) throw py::error_already_set();
+  int overflow = 0;
+  const long long number =
+      PyLong_AsLongLongAndOverflow(py::reinterpret_steal<py::object>(whole).ptr(), &overflow);
+  if (overflow != 0 || number < least || number > most) {
+    refuseRange(py::int_(least), py::int_(most));
   }
   return static_cast<int32_t>(number);
+}
+
+double realNumber(const py::object& value, double least, double most) {
+  const double number = PyFloat_AsDouble(value.ptr());
+  if (PyErr_Occurred() != nullptr) throw py::error_already_set();
+  if (!(number >= least && number <= most)) refuseRange(py::float_(least), py::float_(most));
+  return number;
+}
+
+OroString shortText(const py::object& value, int32_t capacity) {
+  const OroString text = applicationText(value);
+  if (text.length() >= capacity) {
+    raisePython(PyExc_ValueError, "the setting takes at most %1 characters",
+                OroString(capacity - 1));
+  }
+  return text;
 }
 
 void setWhole(IDataStore& store, const std::string& path, const py::object& value) {
@@ -63,19 +87,12 @@ void setReal(IDataStore& store, const std::string& path, const py::object& value
   double least = 0;
   double most = 0;
   store.GetFloatRange(path.c_str(), least, most, nullptr);
-  const double number = value.cast<double>();
-  if (!(number >= least && number <= most)) {
-    throw py::value_error("the value is outside the setting's range");
-  }
-  store.SetFloat(nullptr, path.c_str(), number);
+  store.SetFloat(nullptr, path.c_str(), realNumber(value, least, most));
 }
 
 void setText(IDataStore& store, const std::string& path, const py::object& value) {
-  const OroString text = applicationText(value);
-  if (text.length() >= store.GetCapacity(path.c_str(), nullptr)) {
-    throw py::value_error("the text is too long for the setting");
-  }
-  store.SetOroString(nullptr, path.c_str(), text);
+  const int32_t capacity = store.GetCapacity(path.c_str(), nullptr);
+  store.SetOroString(nullptr, path.c_str(), shortText(value, capacity));
 }
 
 void declareParents(IDataStore& store, const std::string& path) {
@@ -84,24 +101,50 @@ void declareParents(IDataStore& store, const std::string& path) {
   }
 }
 
+// Whether each part of the path has a name.
+bool isPath(const std::string& path) {
+  return !path.empty() && path.front() != '/' && path.back() != '/' && path.find("//") == path.npos;
+}
+
+// Makes a setting of the value's kind; false for a path that the store refuses.
+bool create(IDataStore& store, const std::string& path, const py::object& value) {
+  using Whole = std::numeric_limits<int32_t>;
+  using Real = std::numeric_limits<double>;
+  const char* const name = path.c_str();
+  if (py::isinstance<py::float_>(value)) {
+    const double number = realNumber(value, Real::lowest(), Real::max());
+    declareParents(store, path);
+    store.CreateFloat(name, number, Real::lowest(), Real::max(), 0);
+  } else if (PyIndex_Check(value.ptr()) != 0) {
+    const int32_t number = wholeNumber(value, Whole::min(), Whole::max());
+    declareParents(store, path);
+    store.CreateInt(name, number, Whole::min(), Whole::max(), 0);
+  } else {
+    const OroString text = shortText(value, kTextCapacity);
+    declareParents(store, path);
+    store.CreateOroString(name, kTextCapacity, text, 0);
+  }
+  return kindOf(&store, path) != kNoKind;
+}
+
 }  // namespace
 
-py::object PythonSettings::item(const py::str& path) const {
+py::object PythonSettings::item(const py::object& path) const {
   const SPtr<IDataStore> store;
-  py::object value = valueOf(store.get(), nameOf(path));
-  if (value.is_none()) throw py::key_error(std::string(path));
+  py::object value = valueOf(store.get(), narrowText(path));
+  if (value.is_none()) raiseKeyError(path);
   return value;
 }
 
-py::object PythonSettings::get(const py::str& path, const py::object& otherwise) const {
+py::object PythonSettings::get(const py::object& path, const py::object& otherwise) const {
   const SPtr<IDataStore> store;
-  py::object value = valueOf(store.get(), nameOf(path));
+  py::object value = valueOf(store.get(), narrowText(path));
   return value.is_none() ? otherwise : value;
 }
 
-void PythonSettings::set(const py::str& path, const py::object& value) const {
+void PythonSettings::set(const py::object& path, const py::object& value) const {
   const SPtr<IDataStore> store;
-  const std::string name = nameOf(path);
+  const std::string name = narrowText(path);
   switch (kindOf(store.get(), name)) {
     case IKelDataItem::kInt:
       return setWhole(*store, name, value);
@@ -110,36 +153,23 @@ void PythonSettings::set(const py::str& path, const py::object& value) const {
     case IKelDataItem::kOroString:
       return setText(*store, name, value);
     case IKelDataItem::kString:
-      throw py::type_error("the setting belongs to the program: " + name);
+      raisePython(PyExc_TypeError, "the setting %1 belongs to the program", applicationText(path));
     default:
-      throw py::key_error(name);
+      raiseKeyError(path);
   }
 }
 
-bool PythonSettings::contains(const py::str& path) const {
+bool PythonSettings::contains(const py::object& path) const {
   const SPtr<IDataStore> store;
-  return !valueOf(store.get(), nameOf(path)).is_none();
+  return !valueOf(store.get(), narrowText(path)).is_none();
 }
 
-void PythonSettings::declare(const py::str& path, const py::object& value) const {
-  using Whole = std::numeric_limits<int32_t>;
-  using Real = std::numeric_limits<double>;
+void PythonSettings::declare(const py::object& path, const py::object& value) const {
   const SPtr<IDataStore> store;
-  const std::string name = nameOf(path);
-  if (!store) throw std::runtime_error("there is no settings store");
+  const std::string name = narrowText(path);
   if (kindOf(store.get(), name) != kNoKind) return;
-  if (py::isinstance<py::int_>(value)) {
-    const int32_t number = wholeNumber(value, Whole::min(), Whole::max());
-    declareParents(*store, name);
-    store->CreateInt(name.c_str(), number, Whole::min(), Whole::max(), 0);
-  } else if (py::isinstance<py::float_>(value)) {
-    declareParents(*store, name);
-    store->CreateFloat(name.c_str(), value.cast<double>(), Real::lowest(), Real::max(), 0);
-  } else {
-    const OroString text = applicationText(value);
-    if (text.length() >= kTextCapacity) throw py::value_error("the text is too long");
-    declareParents(*store, name);
-    store->CreateOroString(name.c_str(), kTextCapacity, text, 0);
+  if (!store || !isPath(name) || !create(*store, name, value)) {
+    raisePython(PyExc_ValueError, "a setting named \"%1\" cannot be made", applicationText(path));
   }
 }
 

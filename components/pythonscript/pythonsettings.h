@@ -14,11 +14,11 @@ class PythonSettings {
   static void define(pybind11::module_& module);
 
   // KeyError where there is none of a kind that a script can hold.
-  pybind11::object item(const pybind11::str& path) const;
-  pybind11::object get(const pybind11::str& path, const pybind11::object& otherwise) const;
+  pybind11::object item(const pybind11::object& path) const;
+  pybind11::object get(const pybind11::object& path, const pybind11::object& otherwise) const;
   // Keeps the kind of the setting: TypeError for a value of another one, ValueError out of range.
-  void set(const pybind11::str& path, const pybind11::object& value) const;
-  bool contains(const pybind11::str& path) const;
+  void set(const pybind11::object& path, const pybind11::object& value) const;
+  bool contains(const pybind11::object& path) const;
   // Makes the setting, its parents with it, unless it is there; the kind is that of the value.
-  void declare(const pybind11::str& path, const pybind11::object& value) const;
+  void declare(const pybind11::object& path, const pybind11::object& value) const;
 };

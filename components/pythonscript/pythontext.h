@@ -6,10 +6,16 @@
 
 #include <pybind11/pybind11.h>
 
+#include <string>
+
 #include "orobasictypes/orostring.h"
 
 // A lone surrogate stays what it is.
 pybind11::str pythonText(const OroString& text);
 
-// Throws ValueError for a text with a character 0, which the application cannot hold.
+// Throws TypeError for what is no text, and ValueError for a text with a character 0, which the
+// application cannot hold.
 OroString applicationText(pybind11::handle text);
+
+// The same for what the application has in UTF-8: paths of settings, keys of texts.
+std::string narrowText(pybind11::handle text);

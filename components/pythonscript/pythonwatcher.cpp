@@ -5,6 +5,6 @@
 #include "components/pythonscript/pythonprogress.h"
 
 bool PythonWatcher::Update(float) {
-  if (!interrupted_) interrupted_ = PyErr_CheckSignals() != 0;
+  if (!interrupted_) interrupted_ = PyOS_InterruptOccurred() != 0;
   return !interrupted_ && !pythonWorkCancelled();
 }

@@ -1,8 +1,9 @@
 // PythonWatcher: lets a command that works in C++ hear of the user's interrupt and of a wish to
 // stop.
 //
-// An interrupt leaves Python's exception set; see isInterrupted(). Main thread, under the
-// interpreter's lock.
+// It only notes an interrupt: were Python's handlers to run here, a script could change the points
+// in the middle of the work. Whoever runs the command hands the interrupt on when the work has
+// ended. Main thread, under the interpreter's lock.
 #pragma once
 
 #include "interfaces/IOroProgress.h"

@@ -165,8 +165,7 @@ TEST_F(ScriptExamples, Picture) {
 
 TEST_F(ScriptExamples, Check) {
   const auto good = runAnyhow("10-check.py", {"-input", "scan.xyz"});
-  EXPECT_EQ(good.output,
-            "no reference: The file reference.xyz was not opened\ngood: 20000 points\n");
+  EXPECT_EQ(good.output, "no reference: Cannot open the file reference.xyz\ngood: 20000 points\n");
   folder_.write("scan.xyz", "1 2 3\n");
   folder_.write("reference.xyz", "1 2 3\n4 5 6\n");
   const auto bad = runAnyhow("10-check.py", {"-input", "scan.xyz"});

@@ -53,6 +53,9 @@ TEST_F(ScriptPoints, TheDocumentListsItsClouds) {
   EXPECT_TRUE(holds(errors("cowl.document[1]\n"), "IndexError"));
   EXPECT_TRUE(holds(errors("cowl.document['out']\n"), "KeyError"));
   EXPECT_TRUE(holds(errors("cowl.document[1.5]\n"), "TypeError"));
+  EXPECT_TRUE(holds(errors("cowl.document[-2**70]\n"), "IndexError"));
+  EXPECT_TRUE(holds(errors("cowl.document['\\udcff']\n"), "KeyError"));
+  EXPECT_EQ(output("import numpy\nprint(cowl.document[numpy.int64(0)].name)\n"), "in\n");
 }
 
 TEST_F(ScriptPoints, CommandsTakeValuesByPlaceAndByName) {
@@ -74,7 +77,13 @@ TEST_F(ScriptPoints, CommandsTellWhatIsWrong) {
   EXPECT_TRUE(holds(errors("a = []\na.append(a)\ncowl.translate(a)\n"), "TypeError"));
   EXPECT_TRUE(holds(errors("cowl.translate((1, 2, 3), cloud='no')\n"), "KeyError"));
   EXPECT_TRUE(holds(errors("cowl.sort('\\0')\n"), "ValueError"));
-  EXPECT_TRUE(holds(errors("cowl.open('absent.xyz')\n"), "cowl.Error"));
+  EXPECT_TRUE(
+      holds(errors("cowl.open('absent.xyz')\n"), "cowl.Error: Cannot open the file absent.xyz\n"));
+  EXPECT_TRUE(holds(errors("cowl.thin(b'5')\n"), "TypeError"));
+  EXPECT_TRUE(holds(errors("cowl.thin(-1)\n"), "cowl.Error: The number of points"));
+  EXPECT_TRUE(holds(errors("cowl.thin(1e300)\n"), "cowl.Error: The number of points"));
+  EXPECT_TRUE(holds(errors("cowl.thin(float('nan'))\n"), "is not finite"));
+  EXPECT_TRUE(holds(errors("cowl.thin(5, cloud=2**70)\n"), "IndexError"));
 }
 
 TEST_F(ScriptPoints, CommandsHaveHelp) {
@@ -132,22 +141,77 @@ TEST_F(ScriptPoints, SelectionsAndColoursAreSetFromArrays) {
             "1500 [ True False  True]\n1500 1500\nNone\n[9 9 9]\n");
   EXPECT_TRUE(holds(errors("cowl.document[0].selection = [True]\n"), "another shape"));
   EXPECT_TRUE(holds(errors("cowl.document[0].colors = [[1, 2, 3]]\n"), "another shape"));
+  EXPECT_TRUE(holds(errors("cowl.document[0].selection = None\n"), "another shape"));
+  EXPECT_TRUE(holds(errors("cowl.document[0].points = 'abc'\n"), "could not convert"));
+  EXPECT_TRUE(holds(errors("cowl.document[0].points = None\n"), "another shape"));
+  const std::string whole = "import numpy\nc = cowl.document[0]\n";
+  for (const char* const bad : {"300", "-1", "256.0", "float('nan')", "float('inf')"}) {
+    EXPECT_TRUE(holds(errors(whole + "c.colors = numpy.full((3000, 3), " + bad + ")\n"),
+                      "ValueError: colours go from 0 to 255"))
+        << bad;
+  }
+  EXPECT_EQ(output(whole + "c.colors = numpy.full((3000, 3), 254.7)\nprint(c.colors[7])\n"),
+            "[254 254 254]\n");
+}
+
+// The interrupt of somebody at the terminal, `delay` seconds from now.
+std::string interruptIn(const std::string& delay) {
+  return "import os, subprocess\nsubprocess.Popen(['sh', '-c', 'sleep " + delay +
+         "; kill -INT ' + str(os.getpid())])\n";
 }
 
 TEST_F(ScriptPoints, AnInterruptStopsACommandAndNoPointIsLost) {
   std::string text;
   for (int i = 0; i < 100000; ++i) text += std::to_string(i * 7919 % 100003) + " 0 0\n";
   folder_.write("in.xyz", text);
-  const auto result =
-      run("import signal\nsignal.signal(signal.SIGALRM, signal.default_int_handler)\n"
-          "signal.setitimer(signal.ITIMER_REAL, 0.1)\n"
-          "while True:\n    cowl.sort('x')\n    cowl.sort('x', descending=True)\n",
-          {"-output", "out.xyz"});
+  const auto result = run(
+      interruptIn("0.2") + "while True:\n    cowl.sort('x')\n    cowl.sort('x', descending=True)\n",
+      {"-output", "out.xyz"});
   EXPECT_TRUE(holds(result.errors, "KeyboardInterrupt"));
   std::istringstream lines(folder_.read("out.xyz"));
   std::set<std::string> points;
   for (std::string line; std::getline(lines, line);) points.insert(line);
   EXPECT_EQ(points.size(), 100000u);
+}
+
+TEST_F(ScriptPoints, AnInterruptStopsTheReadingAndTheWritingOfFiles) {
+  std::string text;
+  for (int i = 0; i < 300000; ++i) text += std::to_string(i) + ".125 0.25 0.5\n";
+  folder_.write("large.xyz", text);
+  const auto reading = run(interruptIn("0.3") + "while True: cowl.open('large.xyz')\n");
+  EXPECT_TRUE(holds(reading.errors, "KeyboardInterrupt"));
+  const auto writing =
+      run("cowl.open('large.xyz')\n" + interruptIn("0.3") + "while True: cowl.save('out.ply')\n");
+  EXPECT_TRUE(holds(writing.errors, "KeyboardInterrupt"));
+}
+
+TEST_F(ScriptPoints, NoCodeOfAScriptRunsWithinACommand) {
+  std::string text;
+  for (int i = 0; i < 200000; ++i) text += std::to_string(i * 7919 % 200003) + " 0 0\n";
+  folder_.write("in.xyz", text);
+  // The handler sees the points as the command leaves them.
+  EXPECT_EQ(output("import numpy, signal\nseen = []\n"
+                   "def late(*_):\n"
+                   "    seen.append(numpy.all(numpy.diff(cowl.document[0].points[:, 0]) > 0))\n"
+                   "    cowl.thin(10)\n"
+                   "signal.signal(signal.SIGVTALRM, late)\n"
+                   "signal.setitimer(signal.ITIMER_VIRTUAL, 0.005)\n"
+                   "cowl.sort('x')\nwhile not seen: pass\n"
+                   "print(seen, len(cowl.document[0]))\n"),
+            "[True] 10\n");
+}
+
+TEST_F(ScriptPoints, AHandlerThatTakesTheInterruptLeavesACommandStopped) {
+  std::string text;
+  for (int i = 0; i < 200000; ++i) text += std::to_string(i * 7919 % 200003) + " 0 0\n";
+  folder_.write("in.xyz", text);
+  EXPECT_EQ(output("import signal\nseen = []\n"
+                   "signal.signal(signal.SIGINT, lambda *_: seen.append(1))\n" +
+                   interruptIn("0.2") +
+                   "try:\n    while not seen: cowl.sort('yx')\n"
+                   "except cowl.Cancelled: pass\n"
+                   "print(seen, cowl.info()['points'])\n"),
+            "[1] 200000\n");
 }
 
 TEST_F(ScriptPoints, EveryFormatKeepsTheWorkOfAScript) {
@@ -185,8 +249,12 @@ TEST_F(ScriptPoints, SavesAndOpensAgain) {
       "{'points': 3}\n['in', 'a']\n");
   EXPECT_EQ(folder_.read("a.xyz"),
             "0.0 0.0 0.5 0 10 20\n1000.0 6.0 0.5 232 10 20\n2000.0 5.0 0.5 208 10 20\n");
-  EXPECT_TRUE(holds(errors("cowl.save('a.nonsense')\n"), "cowl.Error"));
-  EXPECT_TRUE(holds(errors("cowl.snapshot('absent/a.png')\n"), "was not written"));
+  EXPECT_TRUE(holds(errors("cowl.save('a.nonsense')\n"),
+                    "cowl.Error: The type of the file a.nonsense cannot be saved\n"));
+  EXPECT_TRUE(holds(errors("cowl.save('absent/a.xyz')\n"),
+                    "cowl.Error: Cannot write the file absent/a.xyz\n"));
+  EXPECT_TRUE(holds(errors("cowl.snapshot('absent/a.png')\n"),
+                    "cowl.Error: The picture absent/a.png cannot be made in its folder\n"));
 }
 
 }  // namespace

@@ -113,6 +113,38 @@ TEST_F(ScriptRun, ATextThatIsNoUnicodeIsPrintedWithEscapes) {
   EXPECT_TRUE(holds(run("raise ValueError('\\udcff')\n").errors, "ValueError: "));
 }
 
+TEST_F(ScriptRun, AMarkOfUtf8AndLinesOfOtherSystemsAreTaken) {
+  EXPECT_EQ(output("\xEF\xBB\xBFprint('\xC3\xA4')\r\nif True:\r\n    print(2)\r\n"),
+            "\xC3\xA4\n2\n");
+  EXPECT_EQ(output("print(1)\rprint(2)"), "1\n2\n");
+}
+
+TEST_F(ScriptRun, ATracebackShowsTheLineAsItStands) {
+  EXPECT_TRUE(holds(run("# -*- coding: latin-1 -*-\nraise ValueError('\xE4')\n").errors,
+                    "    raise ValueError('\xC3\xA4')\nValueError: \xC3\xA4\n"));
+  EXPECT_TRUE(holds(run("\xEF\xBB\xBFraise KeyError(1)\n").errors, "\n    raise KeyError(1)\n"));
+  EXPECT_TRUE(holds(run("x = 'a\fb\xE2\x80\xA8'\n1 / 0\n").errors, "    1 / 0\n"));
+}
+
+TEST_F(ScriptRun, PrintsTheSameInEveryLocale) {
+  folder_.write("do.py", "print('\xC3\xA4\xE2\x82\xAC')\nraise ValueError('\xC3\xB6')\n");
+  const tests::Child child{tests::cowlProgram(),
+                           {"-script", "do.py"},
+                           {{"LANG", "C"}, {"LC_ALL", "C"}, {"PYTHONIOENCODING", "ascii"}},
+                           folder_.path()};
+  const auto result = tests::runChild(child);
+  EXPECT_EQ(result.output, "\xC3\xA4\xE2\x82\xAC\n");
+  EXPECT_TRUE(holds(result.errors, "ValueError: \xC3\xB6\n"));
+}
+
+TEST_F(ScriptRun, AnotherFolderIsTheScriptsAlone) {
+  folder_.write("in.xyz", "1 2 3\n");
+  std::filesystem::create_directory(folder_.file("elsewhere"));
+  run("import os\nos.chdir('elsewhere')\n", {"-input", "in.xyz", "-output", "out.xyz"});
+  EXPECT_EQ(folder_.read("out.xyz"), "1 2 3\n");
+  EXPECT_EQ(run("import os\nos.mkdir('gone')\nos.chdir('gone')\nos.rmdir('../gone')\n").errors, "");
+}
+
 TEST_F(ScriptRun, AnEndlessRecursionEndsAsAnError) {
   EXPECT_TRUE(holds(run("def f():\n    f()\nf()\n").errors, "RecursionError"));
   const std::string nested = "x = " + std::string(20000, '(') + std::string(20000, ')') + "\n";
@@ -225,6 +257,28 @@ TEST_F(ScriptRun, RefusesWhatASettingCannotHold) {
       holds(run("import cowl\ncowl.settings['GUI/CommandLine'] = 1 << 80\n").errors, "Error"));
   EXPECT_TRUE(holds(run("import cowl\ncowl.settings['Scripting/Output File'] = 'a\\0b'\n").errors,
                     "ValueError"));
+}
+
+TEST_F(ScriptRun, TellsWhatASettingTakes) {
+  const auto errors = [&](const std::string& line) {
+    return run("import cowl\ns = cowl.settings\n" + line + "\n").errors;
+  };
+  EXPECT_TRUE(holds(errors("s['Points/Decimals'] = 1 << 80"), "the setting goes from -1 to 15"));
+  EXPECT_TRUE(holds(errors("s['Points/Decimals'] = 2.0"), "the setting is a whole number"));
+  EXPECT_TRUE(holds(errors("s[5]"), "TypeError: a text is expected here"));
+  EXPECT_TRUE(holds(errors("s['a\\0b']"), "ValueError: the text holds a character 0"));
+  EXPECT_TRUE(holds(errors("s.declare('A/F', 1.0)\ns['A/F'] = 'x'"), "TypeError: must be real"));
+  EXPECT_TRUE(holds(errors("s.declare('A/F', 1.0)\ns['A/F'] = float('nan')"), "ValueError"));
+  EXPECT_TRUE(holds(errors("s.declare('A/F', float('inf'))"), "ValueError: the setting goes from"));
+  EXPECT_TRUE(holds(errors("s.declare('A/B', None)"), "TypeError: a text is expected here"));
+  for (const char* const bad : {"", "A/", "/A", "A//B"}) {
+    EXPECT_TRUE(holds(errors(std::string("s.declare('") + bad + "', 1)"), "cannot be made")) << bad;
+  }
+  EXPECT_TRUE(holds(errors("s['\\udcff']"), "UnicodeEncodeError"));
+  EXPECT_TRUE(holds(errors("s.declare('A/T', 'x' * 40000)"), "takes at most 32766 characters"));
+  EXPECT_EQ(output("import cowl, numpy\ns = cowl.settings\n"
+                   "s['Points/Decimals'] = numpy.int64(3)\nprint(s['Points/Decimals'])\n"),
+            "3\n");
 }
 
 TEST_F(ScriptRun, AScriptMayChooseWhereToSave) {

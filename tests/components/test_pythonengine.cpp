@@ -91,4 +91,16 @@ TEST_F(PythonEngineTest, AnInterruptOfTheLastWorkOfAScriptIsOne) {
   EXPECT_TRUE(interrupted());
 }
 
+TEST_F(PythonEngineTest, SignalsAreTheProcesssOwnAgainBehindAScript) {
+  EXPECT_EQ(run("import signal\nsignal.signal(signal.SIGALRM, print)\n"
+                "signal.signal(signal.SIGTERM, signal.SIG_IGN)\n"
+                "signal.setitimer(signal.ITIMER_REAL, 1000)\n"),
+            "");
+  EXPECT_EQ(run("import signal\n"
+                "assert signal.getsignal(signal.SIGALRM) is signal.SIG_DFL\n"
+                "assert signal.getsignal(signal.SIGTERM) is signal.SIG_DFL\n"
+                "assert signal.getitimer(signal.ITIMER_REAL)[0] == 0\n"),
+            "");
+}
+
 }  // namespace
