@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "tests/blackbox/childprocess.h"
+#include "tests/blackbox/productcopy.h"
 #include "tests/support/holds.h"
 #include "tests/tempfolder.h"
 
@@ -289,6 +290,25 @@ TEST_F(ScriptRun, AScriptMayChooseWhereToSave) {
 
 TEST_F(ScriptRun, Translates) {
   EXPECT_EQ(output("import cowl\nprint(cowl.text('%1 of %2', 1, 'b'))\n"), "1 of b\n");
+}
+
+TEST_F(ScriptRun, ExceptionsAreInTheLanguageOfTheUser) {
+  const tests::ProductCopy product;
+  product.changeDescription("", "registry Application/Language de\n");
+  folder_.write(
+      "do.py",
+      "import cowl\n"
+      "for wrong in (lambda: cowl.document[9], lambda: cowl.settings[5],\n"
+      "              lambda: cowl.progress('x').update(7), lambda: cowl.open('no.xyz')):\n"
+      "    try: wrong()\n"
+      "    except Exception as error: print(type(error).__name__, error)\n");
+  const auto result = product.run("cowl", {"-script", "do.py"}, folder_.path());
+  EXPECT_EQ(result.output,
+            "IndexError es gibt keine Wolke mit dieser Nummer\n"
+            "TypeError hier wird ein Text erwartet\n"
+            "ValueError ein Bruchteil geht von 0 bis 1\n"
+            "Error Die Datei no.xyz kann nicht ge\xC3\xB6"
+            "ffnet werden\n");
 }
 
 TEST_F(ScriptRun, ImportsNumPy) {
