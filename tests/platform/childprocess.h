@@ -8,12 +8,12 @@
 
 namespace tests {
 
-struct ChildResult {
+struct EchoResult {
   int exitCode;        ///< -1 if the program could not be started
   std::string output;  ///< what it wrote to its standard output
 };
 
-ChildResult runChild(const std::filesystem::path& program,
-                     const std::vector<std::u16string>& arguments);
+EchoResult runChild(const std::filesystem::path& program,
+                    const std::vector<std::u16string>& arguments);
 
 }  // namespace tests

@@ -7,12 +7,12 @@
 
 namespace tests {
 
-class PipeReader {
+class SinkReader {
  public:
-  PipeReader();
-  ~PipeReader();
-  PipeReader(const PipeReader&) = delete;
-  PipeReader& operator=(const PipeReader&) = delete;
+  SinkReader();
+  ~SinkReader();
+  SinkReader(const SinkReader&) = delete;
+  SinkReader& operator=(const SinkReader&) = delete;
 
   /// The name to give to PipeSink.
   const std::u16string& name() const { return name_; }

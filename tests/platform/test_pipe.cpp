@@ -33,7 +33,7 @@ TEST(PipeSink, ClosedTakesNothing) {
 }
 
 TEST(PipeSink, TextArrivesAsLittleEndianUnitsWithoutTerminator) {
-  tests::PipeReader reader;
+  tests::SinkReader reader;
   platform::PipeSink sink;
   ASSERT_TRUE(sink.open(reader.name()));
   EXPECT_TRUE(sink.isOpen());
@@ -47,7 +47,7 @@ TEST(PipeSink, TextArrivesAsLittleEndianUnitsWithoutTerminator) {
 }
 
 TEST(PipeSink, MoreThanThePipeHoldsArrivesWhole) {
-  tests::PipeReader reader;
+  tests::SinkReader reader;
   std::string sent(1'000'003, '\0');
   for (std::size_t i = 0; i < sent.size(); ++i) sent[i] = static_cast<char>(i * 31 >> 3);
   platform::PipeSink sink;
@@ -59,7 +59,7 @@ TEST(PipeSink, MoreThanThePipeHoldsArrivesWhole) {
 }
 
 TEST(PipeSink, ReaderThatLeavesMakesWritesFailAndNothingWorse) {
-  tests::PipeReader reader;
+  tests::SinkReader reader;
   platform::PipeSink sink;
   ASSERT_TRUE(sink.open(reader.name()));
   EXPECT_TRUE(sink.write(u"<log>\n"));
@@ -70,7 +70,7 @@ TEST(PipeSink, ReaderThatLeavesMakesWritesFailAndNothingWorse) {
 }
 
 TEST(PipeSink, OpeningAnotherClosesTheFirst) {
-  tests::PipeReader reader;
+  tests::SinkReader reader;
   platform::PipeSink sink;
   ASSERT_TRUE(sink.open(reader.name()));
   EXPECT_TRUE(sink.write(u"x"));

@@ -9,8 +9,8 @@
 
 namespace tests {
 
-ChildResult runChild(const std::filesystem::path& program,
-                     const std::vector<std::u16string>& arguments) {
+EchoResult runChild(const std::filesystem::path& program,
+                    const std::vector<std::u16string>& arguments) {
   const TempFolder folder;
   const std::string outputFile = folder.file("output").string();
   std::vector<std::string> texts{program.string()};

@@ -11,26 +11,26 @@
 
 namespace tests {
 
-struct PipeReader::State {
+struct SinkReader::State {
   TempFolder folder;
   std::optional<std::string> folderBefore = platform::environment("TMPDIR");
   int descriptor = -1;
 };
 
-PipeReader::PipeReader() : state_(new State), name_(u"\\\\.\\pipe\\reader") {
+SinkReader::SinkReader() : state_(new State), name_(u"\\\\.\\pipe\\reader") {
   const std::string file = state_->folder.file("reader").string();
   mkfifo(file.c_str(), 0600);
   state_->descriptor = open(file.c_str(), O_RDONLY | O_NONBLOCK);
   platform::setEnvironment("TMPDIR", state_->folder.path().string());
 }
 
-PipeReader::~PipeReader() {
+SinkReader::~SinkReader() {
   leave();
   platform::setEnvironment("TMPDIR", state_->folderBefore);
   delete state_;
 }
 
-std::string PipeReader::readAll() {
+std::string SinkReader::readAll() {
   std::string bytes;
   char buffer[4096];
   for (;;) {
@@ -42,7 +42,7 @@ std::string PipeReader::readAll() {
   }
 }
 
-void PipeReader::leave() {
+void SinkReader::leave() {
   if (state_->descriptor >= 0) close(state_->descriptor);
   state_->descriptor = -1;
 }

@@ -16,8 +16,8 @@ std::wstring commandLine(const std::filesystem::path& program,
 
 }  // namespace
 
-ChildResult runChild(const std::filesystem::path& program,
-                     const std::vector<std::u16string>& arguments) {
+EchoResult runChild(const std::filesystem::path& program,
+                    const std::vector<std::u16string>& arguments) {
   const TempFolder folder;
   SECURITY_ATTRIBUTES inherited = {sizeof inherited, nullptr, TRUE};
   const HANDLE output = CreateFileW(folder.file("output").c_str(), GENERIC_WRITE, FILE_SHARE_READ,

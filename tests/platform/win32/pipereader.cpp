@@ -8,11 +8,11 @@
 
 namespace tests {
 
-struct PipeReader::State {
+struct SinkReader::State {
   HANDLE pipe;
 };
 
-PipeReader::PipeReader() {
+SinkReader::SinkReader() {
   static std::atomic<int> counter{0};
   name_ = u"\\\\.\\pipe\\cowl-test-" + platform::fromSystem(std::to_string(platform::processId()) +
                                                             "-" + std::to_string(counter++));
@@ -20,12 +20,12 @@ PipeReader::PipeReader() {
                                       PIPE_TYPE_BYTE | PIPE_WAIT, 1, 4096, 4096, 0, nullptr)};
 }
 
-PipeReader::~PipeReader() {
+SinkReader::~SinkReader() {
   leave();
   delete state_;
 }
 
-std::string PipeReader::readAll() {
+std::string SinkReader::readAll() {
   std::string bytes;
   char buffer[4096];
   DWORD length = 0;
@@ -36,7 +36,7 @@ std::string PipeReader::readAll() {
   return bytes;
 }
 
-void PipeReader::leave() {
+void SinkReader::leave() {
   if (state_->pipe != INVALID_HANDLE_VALUE) CloseHandle(state_->pipe);
   state_->pipe = INVALID_HANDLE_VALUE;
 }
