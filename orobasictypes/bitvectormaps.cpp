@@ -188,24 +188,26 @@ void BitVector::Permute(const OroMM::IntArray& map) {
 
 void BitVector::KeepRandom(double fraction, IOroRandom* random) {
   const int32_t count = CountSet();
-  IPtr<IOroRandom> source = random;
-  if (!source) {
-    source = SPtr<IOroRandom>();
-    if (source) source->seed(seedFor(count));
+  IPtr<IOroRandom> service;
+  if (random == nullptr) {
+    service = SPtr<IOroRandom>();
+    if (service) service->seed(seedFor(count));
   }
+  // The caller's is not held: if it belongs to nobody yet, it would not outlive that.
+  IOroRandom* const source = random != nullptr ? random : service.get();
   OwnRandom own(seedFor(count));
   const double kept = count * fraction + 0.5;
   // More than all, fewer than none and no number at all are within these.
   int32_t wanted = kept > 0 ? static_cast<int32_t>(std::min<double>(kept, count)) : 0;
   int32_t remaining = count;
   ForEachSet([&](int32_t b) {
-    const int32_t drawn = source ? source->next(remaining) : own.next(remaining);
+    const int32_t drawn = source != nullptr ? source->next(remaining) : own.next(remaining);
     if (drawn < wanted) {
       --wanted;
     } else {
       Clear(b);
     }
-    --remaining;
+    if (remaining > 1) --remaining;  // a count that cannot be told ends too early
   });
 }
 

@@ -254,6 +254,23 @@ TEST_F(BitMaps, KeepRandomDrawsOnceForEachSetBit) {
   EXPECT_EQ(bits.KnownCount(), 2);
 }
 
+TEST_F(BitMaps, KeepRandomLeavesASourceThatBelongsToNobody) {
+  bool isGone = false;
+  struct LooseRandom : FakeRandom {
+    explicit LooseRandom(bool& gone) : isGone(gone) {}
+    ~LooseRandom() override { isGone = true; }
+    bool& isGone;
+  };
+  auto* const random = new LooseRandom(isGone);
+  BitVector bits = bitsOf({3, 10, 20}, 100);
+  bits.KeepRandom(0.4, random);
+  ASSERT_FALSE(isGone);
+  EXPECT_THAT(random->asked, ElementsAre(3, 2, 1));
+  IPtr<IOroRandom> owner = random;
+  owner = nullptr;
+  EXPECT_TRUE(isGone);
+}
+
 TEST_F(BitMaps, KeepRandomKeepsExactlyWhatTheFractionSays) {
   struct Row {
     double fraction;
