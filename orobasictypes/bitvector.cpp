@@ -432,8 +432,10 @@ int32_t BitVector::scanBackward(int32_t b, uint32_t skipped) const {
 // Counting
 
 int32_t BitVector::CountSet() const {
-  if (numSet_ < 0) numSet_ = static_cast<int32_t>(countWords(0, wordCount()));
-  return numSet_;
+  if (numSet_ >= 0) return numSet_;
+  const int64_t count = countWords(0, wordCount());
+  if (count > INT32_MAX) return INT32_MAX;
+  return numSet_ = static_cast<int32_t>(count);
 }
 
 int32_t BitVector::Recount() {

@@ -52,7 +52,7 @@ class BitVector : public OroShared {
   // The highest bit that there is room for: words * 32 - 1.
   int32_t MaximumBit() const { return maximumBit_; }
   // The number of set bits, or -1 when it is not known.
-  int32_t KnownCount() const { return numSet_; }
+  int32_t KnownCount() const { return numSet_ >= 0 ? numSet_ : -1; }
   bool IsLarge() const { return bvwordsLarge_ != nullptr; }
 
   // Single bits. Above the maximum bit, Test is false, Clear does nothing and Set makes room.
@@ -80,7 +80,7 @@ class BitVector : public OroShared {
     const uint32_t bit = 1U << (b & 31);
     if ((*word & bit) != 0) return false;
     *word |= bit;
-    if (numSet_ >= 0) ++numSet_;
+    if (numSet_ >= 0) addToCount(1);
     return true;
   }
   void Clear(int32_t b) {
@@ -117,7 +117,8 @@ class BitVector : public OroShared {
   template <class Visit>
   void ForEachPair(Visit&& visit) const;
 
-  // The number of set bits, noted once it is counted; Recount counts whatever is known.
+  // The number of set bits, noted once it is counted; Recount counts whatever is known. Where all
+  // bits of the whole range are set, that is one more than they can tell: INT32_MAX, and not noted.
   int32_t CountSet() const;
   int32_t Recount();
   // Of those behind b, and of those below b; the latter is 0 when bit 0 is set, kept for those who
@@ -264,7 +265,11 @@ class BitVector : public OroShared {
   void setIn(uint32_t& word, int32_t b) {
     const uint32_t old = word;
     word = old | 1U << (b & 31);
-    if (numSet_ >= 0) numSet_ += static_cast<int32_t>(old < word);
+    if (numSet_ >= 0) addToCount(old < word);
+  }
+  // One more than the largest number becomes a negative one, which is not known.
+  void addToCount(uint32_t more) {
+    numSet_ = static_cast<int32_t>(static_cast<uint32_t>(numSet_) + more);
   }
   void clearIn(uint32_t& word, int32_t b) {
     const uint32_t old = word;
@@ -327,7 +332,7 @@ class BitVector : public OroShared {
   void mergeBlocks(const BlockBitVector& other, const Merge& merge);
   template <class Change>
   void changeMapped(const OroMM::IntArray& map, const Change& change);
-  int32_t gatherBits(const BitVector& mask, uint32_t flip, int32_t firstPlace);
+  int64_t gatherBits(const BitVector& mask, uint32_t flip, int32_t firstPlace);
   bool writeDense(BinOutput& output) const;
   bool writeSparse(BinOutput& output) const;
   bool readForm(BinInput& input, uint32_t words, int32_t form, int32_t count);
@@ -338,7 +343,7 @@ class BitVector : public OroShared {
   OroMM::WordArray* bvwordsLarge_ = nullptr;  // owned; null in a small vector
   BinMagic* magic_;                           // owned; what its chunks begin with
   int32_t maximumBit_ = -1;
-  mutable int32_t numSet_ = 0;  // set bits, or -1
+  mutable int32_t numSet_ = 0;  // set bits, or a negative number
 };
 
 inline BitVector::Stretch BitVector::stretch(int32_t word, int32_t end) const {

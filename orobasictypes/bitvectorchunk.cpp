@@ -48,7 +48,7 @@ bool BitVector::Write(BinOutput& output) const {
                         (version == 0 || version >= firstSparseVersion) &&
                         CountSet() < static_cast<int32_t>(words / 2);
   const BinMagic magic = magic_ != nullptr ? *magic_ : BinMagic(fileTag);
-  const int32_t numbers[] = {maximumBit_, isSparse ? kSparse : kDense, numSet_};
+  const int32_t numbers[] = {maximumBit_, isSparse ? kSparse : kDense, KnownCount()};
   return magic.Write(output) && output.Write(&words, 1) && output.Write(numbers, 3) &&
          (isSparse ? writeSparse(output) : writeDense(output)) && output.IsGood();
 }

@@ -100,7 +100,7 @@ void BitVector::CopyMapped(const BitVector& other, const OroMM::IntArray& map) {
 // Moves the bits at the places of the mask, or with a flip of all ones at the others, together from
 // `firstPlace` on, clears what lies behind them and returns the place behind the last one. Bits
 // before `firstPlace`, at most one, stay. Requires: no bit moves upwards.
-int32_t BitVector::gatherBits(const BitVector& mask, uint32_t flip, int32_t firstPlace) {
+int64_t BitVector::gatherBits(const BitVector& mask, uint32_t flip, int32_t firstPlace) {
   constexpr int32_t piece = 1024;
   uint32_t values[piece];
   uint32_t places[piece];
@@ -128,7 +128,7 @@ int32_t BitVector::gatherBits(const BitVector& mask, uint32_t flip, int32_t firs
     fillWords(next + 1, words, false);
   }
   numSet_ = -1;
-  return next * 32 + gathered.count;
+  return int64_t{next} * 32 + gathered.count;
 }
 
 void BitVector::Compact(const BitVector& mask) {
@@ -142,13 +142,13 @@ void BitVector::Compact(const BitVector& mask) {
     if (bit && last >= maximumBit_ && last < INT32_MAX) Resize(last + 1);
     changeBits(0, std::min(last, maximumBit_), bit);
   }
-  const int32_t last = gatherBits(mask, 0, 1) - 1;
-  Resize(last);
+  const int64_t last = gatherBits(mask, 0, 1) - 1;
+  Resize(static_cast<int32_t>(std::min<int64_t>(last, INT32_MAX)));
 }
 
 void BitVector::RemoveMasked(const BitVector& mask) {
   if (maximumBit_ < 0) return;
-  const int32_t last = gatherBits(mask, UINT32_MAX, 0) - 1;
+  const auto last = static_cast<int32_t>(gatherBits(mask, UINT32_MAX, 0) - 1);
   if (last < maximumBit_ / 2) Resize(last);
   ClearRange(last, maximumBit_);
 }

@@ -427,7 +427,7 @@ bool BlockBitVector::Set(int32_t b) {
   if (blocks_[block] != nullptr && (blocks_[block][word] & bit) != 0) return false;
   openWords(block, 0)[word] |= bit;
   if (count >= 0) ++count;
-  if (numSet_ >= 0) ++numSet_;
+  if (numSet_ >= 0) numSet_ = numSet_ < INT32_MAX ? numSet_ + 1 : -1;
   return true;
 }
 
@@ -473,12 +473,14 @@ int32_t BlockBitVector::Recount() const {
     if (counts_[block] < 0) counts_[block] = populationOf(block);
     sum += counts_[block];
   }
-  return numSet_ = static_cast<int32_t>(sum);
+  numSet_ = sum <= INT32_MAX ? static_cast<int32_t>(sum) : -1;
+  return numSet_ >= 0 ? numSet_ : INT32_MAX;
 }
 
-// With equal counts it is enough that the other has all bits of this one.
+// With equal counts it is enough that the other has all bits of this one. A count that is not noted
+// now is that of the whole range.
 bool BlockBitVector::operator==(const BlockBitVector& other) const {
-  if (CountSet() != other.CountSet()) return false;
+  if (CountSet() != other.CountSet() || numSet_ != other.numSet_) return false;
   for (int32_t block = 0; block <= lastBlock_; ++block) {
     const View mine = view(block);
     const View theirs = other.view(block);

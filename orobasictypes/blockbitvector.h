@@ -66,6 +66,8 @@ class BlockBitVector : public OroShared {
   template <class Visit>
   void ForEachSet(Visit&& visit) const;
   // The number of set bits, noted once it is counted; Recount adds up the blocks whatever is known.
+  // Where all bits of the whole range are set, that is one more than they can tell: INT32_MAX, and
+  // not noted.
   int32_t CountSet() const;
   int32_t Recount() const;
 

@@ -15,6 +15,7 @@
 
 #include "orobasictypes/binmagic.h"
 #include "orobasictypes/bitvectoriter.h"
+#include "orobasictypes/blockbitvector.h"
 #include "orobasictypes/orointlist.h"
 #include "tests/orobasictypes/numeric/bitmodel.h"
 #include "tests/orobasictypes/numeric/listof.h"
@@ -277,6 +278,39 @@ TEST(BitsWithoutManager, StayInOnePiece) {
   EXPECT_FALSE(bits.IsLarge());
   EXPECT_EQ(bits.MaximumBit(), 262142 / 32 * 32 + 31);
   EXPECT_THAT(setBits(bits), ElementsAre(100000));
+}
+
+TEST(BitsWithoutManager, OfTheWholeRangeAreOneMoreThanACountCanTell) {
+  const tests::UnmanagedMemory memory;
+  BitVector bits(INT32_MAX);
+  bits.SetCapacity();
+  EXPECT_EQ(bits.KnownCount(), INT32_MAX);
+  bits.Set(0);
+  EXPECT_EQ(bits.KnownCount(), -1);
+  EXPECT_EQ(bits.CountSet(), INT32_MAX);
+  EXPECT_EQ(bits.KnownCount(), -1);
+  BlockBitVector blocks;
+  blocks |= bits;
+  EXPECT_EQ(blocks.CountSet(), INT32_MAX);
+  EXPECT_EQ(blocks.KnownCount(), -1);
+  for (int32_t block = 1; block <= blocks.LastBlock(); block += 1000) {
+    EXPECT_EQ(blocks.BlockCount(block), BlockBitVector::kBlockBits);
+  }
+
+  bits.Clear(7);
+  EXPECT_EQ(bits.KnownCount(), -1);
+  EXPECT_EQ(bits.CountSet(), INT32_MAX);
+  EXPECT_EQ(bits.KnownCount(), INT32_MAX);
+  EXPECT_TRUE(bits.Insert(7));
+  EXPECT_EQ(bits.KnownCount(), -1);
+  const BlockBitVector before = blocks;
+  EXPECT_TRUE(blocks.Clear(7));
+  EXPECT_EQ(blocks.CountSet(), INT32_MAX);
+  EXPECT_EQ(blocks.KnownCount(), INT32_MAX);
+  EXPECT_FALSE(blocks == before);
+  EXPECT_FALSE(before == blocks);
+  EXPECT_TRUE(blocks.Set(7));
+  EXPECT_EQ(blocks.KnownCount(), -1);
 }
 
 TEST(BitsWithoutManager, ShrinkToMoreThanTheUsualCap) {

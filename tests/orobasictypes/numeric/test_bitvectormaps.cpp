@@ -150,6 +150,13 @@ TEST_F(BitMaps, RemoveMaskedClearsTheLastKeptPlace) {
   EXPECT_THAT(setBits(bits), ElementsAre(5)) << "even with an empty mask";
 }
 
+TEST_F(BitMaps, RemoveMaskedKnowsTheLargestPlace) {
+  BitVector bits = bitsOf({5, INT32_MAX - 1, INT32_MAX}, INT32_MAX);
+  bits.RemoveMasked(BitVector(0));
+  EXPECT_EQ(bits.MaximumBit(), INT32_MAX);
+  EXPECT_THAT(setBits(bits), ElementsAre(5, INT32_MAX - 1));
+}
+
 TEST_F(BitMaps, RemoveMaskedShrinksBelowHalf) {
   BitVector bits(127);
   bits.Not();
