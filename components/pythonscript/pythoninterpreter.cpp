@@ -45,24 +45,35 @@ PyStatus initialize() {
   return status;
 }
 
-// While it lives, the user's interrupt is Python's; what stood there before comes back.
-class Interruptible {
+// Python's signal module takes over the user's interrupt as soon as it is imported. Outside a
+// script it belongs to the host, so what stood there before comes back.
+class KeptInterrupt {
  public:
-  Interruptible() : before_(PyOS_getsig(SIGINT)) {
-    const py::module_ signals = py::module_::import("signal");
-    signals.attr("signal")(signals.attr("SIGINT"), signals.attr("default_int_handler"));
-  }
-  ~Interruptible() { PyOS_setsig(SIGINT, before_); }
-  Interruptible(const Interruptible&) = delete;
-  Interruptible& operator=(const Interruptible&) = delete;
+  KeptInterrupt() : before_(PyOS_getsig(SIGINT)) {}
+  ~KeptInterrupt() { PyOS_setsig(SIGINT, before_); }
+  KeptInterrupt(const KeptInterrupt&) = delete;
+  KeptInterrupt& operator=(const KeptInterrupt&) = delete;
 
  private:
   PyOS_sighandler_t before_;
 };
 
+// While it lives, the user's interrupt is Python's.
+class Interruptible {
+ public:
+  Interruptible() {
+    const py::module_ signals = py::module_::import("signal");
+    signals.attr("signal")(signals.attr("SIGINT"), signals.attr("default_int_handler"));
+  }
+
+ private:
+  KeptInterrupt kept_;  // comes first, so that it holds what stood there before
+};
+
 }  // namespace
 
 OroString PythonInterpreter::start() {
+  const KeptInterrupt kept;
   PyStatus status = preinitialize();
   if (PyStatus_Exception(status)) return startFailure(status);
   // Python's extension libraries take its symbols from wherever they are.

@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <string>
 
 #include "base/basic/kelcustomdatastore.h"
@@ -47,6 +48,15 @@ constexpr const char* kCaughtSignal =
     "    os.kill(os.getpid(), signal.SIGINT)\n"
     "    while True: pass\n"
     "except KeyboardInterrupt:\n";
+
+// First, since the interpreter's start is part of it.
+TEST_F(PythonEngineTest, TheInterruptIsTheHostsBehindTheFirstScriptAndTheSecond) {
+  std::signal(SIGINT, SIG_DFL);
+  for (int i = 0; i < 2; ++i) {
+    EXPECT_EQ(run("x = 1\n"), "");
+    EXPECT_EQ(std::signal(SIGINT, SIG_DFL), SIG_DFL) << i;
+  }
+}
 
 TEST_F(PythonEngineTest, AScriptThatComesToItsEndLeavesNoError) {
   EXPECT_EQ(run("x = 1\n"), "");
