@@ -18,13 +18,16 @@ constexpr char kCoreLimit[] = "Memory/CoreLimit";
 constexpr char kSwapLimit[] = "Memory/SwapLimit";
 constexpr char kSwapDirectory[] = "Memory/SwapDirectory";
 
+// They stand at what the user's document says. Nothing of it is saved.
 void declareSettings(IDataStore& store) {
+  constexpr uint32_t kPersistent = 1;  // what a reader fills in
   store.CreateDirectory("Memory");
-  store.CreateFloat(kCoreLimit, 0, 0, kMostBytes, 0);
-  store.CreateFloat(kSwapLimit, 0, 0, kMostBytes, 0);
-  store.CreateOroString(kSwapDirectory, kFolderCapacity, OroString::empty(), 0);
+  store.CreateFloat(kCoreLimit, 0, 0, kMostBytes, kPersistent);
+  store.CreateFloat(kSwapLimit, 0, 0, kMostBytes, kPersistent);
+  store.CreateOroString(kSwapDirectory, kFolderCapacity, OroString::empty(), kPersistent);
   for (const char* setting : {kCoreLimit, kSwapLimit, kSwapDirectory}) {
     store.AcceptPath(store.GetReader(), setting);
+    store.SetFlags(setting, 0);
   }
 }
 

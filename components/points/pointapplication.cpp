@@ -23,6 +23,14 @@ int32_t valueOf(IDataStore* store, const Setting& setting) {
   return found ? value : setting.value;
 }
 
+// Stands at the default or at what the user's document says. Nothing of it is saved.
+void declare(IDataStore& store, const Setting& setting) {
+  constexpr uint32_t kPersistent = 1;  // what a reader fills in
+  store.CreateInt(setting.path, setting.value, setting.least, setting.most, kPersistent);
+  store.AcceptPath(store.GetReader(), setting.path);
+  store.SetFlags(setting.path, 0);
+}
+
 }  // namespace
 
 void PointApplication::prepare() {
@@ -30,7 +38,7 @@ void PointApplication::prepare() {
   if (!store) return;
   store->CreateDirectory("Points");
   for (const Setting& setting : {kDecimals, kPlyForm, kPcdForm, kRealBytes}) {
-    store->CreateInt(setting.path, setting.value, setting.least, setting.most, 0);
+    declare(*store, setting);
   }
 }
 

@@ -81,6 +81,18 @@ TEST_F(PointRun, OpensAndSavesAndRecordsItOnStandardOutput) {
   EXPECT_EQ(names(), (std::vector<std::string>{"in.xyz", "out.xyz"}));
 }
 
+TEST_F(PointRun, ASettingsDocumentChoosesTheFormOfWhatIsSaved) {
+  folder_.write("in.xyz", "1.5 2 3\n");
+  folder_.write("own.iniml",
+                "<OroDataStore><section name=\"Points\">"
+                "<value name=\"Decimals\" type=\"integer\">3</value>"
+                "<value name=\"PlyForm\" type=\"integer\">0</value></section></OroDataStore>");
+  const auto result = run({"-inifile=own.iniml", "-input", "in.xyz", "-output", "out.ply"});
+  EXPECT_EQ(result.errors, "");
+  const std::string saved = folder_.read("out.ply");
+  EXPECT_NE(saved.find("end_header\n1.500 2.000 3.000\n"), saved.npos) << saved;
+}
+
 TEST_F(PointRun, RecordsOnStandardErrorInAFileAndInAPipe) {
   folder_.write("in.xyz", kSurveyedPoints);
   const std::vector<std::string> job = {"-input", "in.xyz", "-output", "out.xyz", "-logfile"};
