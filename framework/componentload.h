@@ -24,15 +24,9 @@ using ComponentLoadListener = void (*)(const ComponentLoad& load, void* context)
 // Null for none. The context is handed to the listener.
 void setComponentLoadListener(ComponentLoadListener listener, void* context);
 
-// Whether the user has been told that this library does not load: the loader, which would say it
-// again at each request, is silent then. Called as the listener is.
-using ToldLibraryQuestion = bool (*)(const OroString& path, void* context);
-
-// Null for none: the loader says it each time.
-void setToldLibraryQuestion(ToldLibraryQuestion question, void* context);
-
-// Asks it; false where there is none.
-bool isToldLibrary(const OroString& path);
-
 // Tells the listener, if there is one.
 void tellComponentLoad(const ComponentLoad& load);
+
+// Whether a report has the loader's words about this library, which it did not load. They come at
+// each request; a person who read them need not read them again.
+bool isLoaderReport(const OroString& report, const ComponentLoad& load);

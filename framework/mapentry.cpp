@@ -74,7 +74,7 @@ OroEntryPoint mapEntry::findEntryPoint(const OroPath& path, bool isStatic) {
   path.split(stem);
   if (isStatic) return linkedEntryPoint(stem);
 
-  library_ = new OroDynamicLibrary{opensSilently(path) || isToldLibrary(path)};
+  library_ = new OroDynamicLibrary{opensSilently(path)};
   OroPath library(path);
   OroString extension = path.extension();
   if (!extension.isEmpty()) {

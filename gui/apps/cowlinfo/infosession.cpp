@@ -1,5 +1,6 @@
 #include "gui/apps/cowlinfo/infosession.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "framework/kelcomponentmanager.h"
@@ -24,17 +25,11 @@ InfoSession::InfoSession() {
         static_cast<InfoSession*>(context)->loads_.push_back(load);
       },
       this);
-  setToldLibraryQuestion(
-      [](const OroString& library, void* context) {
-        return static_cast<const InfoSession*>(context)->isTold(library);
-      },
-      this);
   platform::setLibraryDirectory(oroDirPath("exe").wideText());
 }
 
 InfoSession::~InfoSession() {
   setComponentLoadListener(nullptr, nullptr);
-  setToldLibraryQuestion(nullptr, nullptr);
   SPtr<IOroErrorService> errors;
   errors->removeListener(listener_.get());
   oroAppGlobals().componentManager->shutDownComponents();
@@ -60,13 +55,14 @@ const ComponentLoad* InfoSession::loadOf(const OroString& library) const {
   return nullptr;
 }
 
-bool InfoSession::isTold(const OroString& library) const {
-  const ComponentLoad* const load = loadOf(library);
-  return load != nullptr && load->step == kOroLoadFile;
+// A load is noted behind the loader's words about it, so the first ones pass.
+bool InfoSession::isToldAgain(const OroString& report) const {
+  return std::any_of(loads_.begin(), loads_.end(),
+                     [&](const ComponentLoad& load) { return isLoaderReport(report, load); });
 }
 
 std::vector<std::string> InfoSession::takeReports() { return std::exchange(listener_->texts, {}); }
 
 void InfoSession::Listener::onError(const OroString& text, const int32_t*, const KelCString&) {
-  texts.push_back(shownText(text));
+  if (!session_.isToldAgain(text)) texts.push_back(shownText(text));
 }

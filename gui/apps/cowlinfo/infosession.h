@@ -37,16 +37,21 @@ class InfoSession {
    public:
     static constexpr const char* className() { return "Listener"; }
     using Offers = OroOffers<Listener, IOroErrorListener>;
+
+    explicit Listener(const InfoSession& session) : session_(session) {}
     void queryInterface(const char* name, void* out) override { Offers::query(*this, name, out); }
     const char* getClassName() const override { return className(); }
     void onError(const OroString& text, const int32_t* severity, const KelCString&) override;
 
     std::vector<std::string> texts;
+
+   private:
+    const InfoSession& session_;
   };
 
-  bool isTold(const OroString& library) const;
+  bool isToldAgain(const OroString& report) const;
 
   OroAppMain application_;
-  IPtr<Listener> listener_{new Listener};
+  IPtr<Listener> listener_{new Listener(*this)};
   std::vector<ComponentLoad> loads_;
 };

@@ -6,7 +6,6 @@
 #include "gui/apps/main/commandlinesettings.h"
 #include "gui/apps/main/commandrecord.h"
 #include "gui/apps/main/errorprinter.h"
-#include "gui/apps/main/loadjournal.h"
 #include "gui/apps/main/runstep.h"
 #include "gui/apps/main/savestep.h"
 #include "headless/attachheadless.h"
@@ -90,12 +89,6 @@ void makeDocument() {
   if (document) document->makeDocument();
 }
 
-// The records begin after the first libraries were asked for; what did not load is told there too.
-void tellLoadsAgain() {
-  SPtr<IOroLoadJournal> journal;
-  if (auto* const loads = oroQueryClass<LoadJournal>(journal.get())) loads->forgetTold();
-}
-
 // The batch tells its own steps.
 void runBatch() {
   SPtr<IOroBatchProcessingService> batch;
@@ -164,11 +157,7 @@ int32_t openScriptAndSave() {
 // standard error.
 int32_t runSteps() {
   std::optional<ErrorPrinter::Attached> printing;
-  if (headlessDropsReports()) {
-    printing.emplace();
-  } else {
-    tellLoadsAgain();
-  }
+  if (headlessDropsReports()) printing.emplace();
   if (integerSetting(kBatch) == 0) return openScriptAndSave();
   runBatch();
   return 0;

@@ -3,7 +3,8 @@
 //
 //   const ErrorPrinter::Attached printing;
 //
-// Warnings are left out; they stand in the records of those who ask for them. While one is attached
+// Warnings are left out; they stand in the records of those who ask for them. So is what the loader
+// says again, at each request, of a library that does not load. While one is attached
 // the error service has the flag "errorsOnStandardError", so that whoever else prints its errors
 // can leave that. Reports come one at a time, from any thread.
 #pragma once

@@ -17,17 +17,9 @@ LoadJournal::Listening::Listening(LoadJournal& journal) {
         if (isNew && !load.silent && !load.reported) report(load);
       },
       &journal);
-  setToldLibraryQuestion(
-      [](const OroString& path, void* context) {
-        return static_cast<LoadJournal*>(context)->isTold(path);
-      },
-      &journal);
 }
 
-LoadJournal::Listening::~Listening() {
-  setComponentLoadListener(nullptr, nullptr);
-  setToldLibraryQuestion(nullptr, nullptr);
-}
+LoadJournal::Listening::~Listening() { setComponentLoadListener(nullptr, nullptr); }
 
 int32_t LoadJournal::count() {
   const std::lock_guard guard(lock_);
@@ -44,20 +36,9 @@ bool LoadJournal::load(int32_t index, OroString& path, int32_t& step, int64_t& n
   return true;
 }
 
-bool LoadJournal::isTold(const OroString& path) {
-  const std::lock_guard guard(lock_);
-  return std::find(told_.begin(), told_.end(), path) != told_.end();
-}
-
-void LoadJournal::forgetTold() {
-  const std::lock_guard guard(lock_);
-  told_.clear();
-}
-
 // False for a library that stands there with the same end: it is asked for anew at each request.
 bool LoadJournal::enter(const ComponentLoad& load) {
   const std::lock_guard guard(lock_);
-  if (load.step == kOroLoadFile && !load.silent) told_.push_back(load.path);
   const bool known = std::any_of(loads_.begin(), loads_.end(), [&](const ComponentLoad& other) {
     return other.path == load.path && other.step == load.step;
   });

@@ -4,8 +4,7 @@
 //   const IPtr<LoadJournal> journal(new LoadJournal);
 //   const LoadJournal::Listening listening(*journal);
 //
-// A library stands in it once, however often it is asked for, and is told once; the loader's own
-// words about one that does not load are no exception. Any thread.
+// A library stands in it once, however often it is asked for, and is told once. Any thread.
 #pragma once
 
 #include <vector>
@@ -25,9 +24,6 @@ class LoadJournal : public IOroLoadJournal {
   int32_t count() override;
   bool load(int32_t index, OroString& path, int32_t& step, int64_t& nanoseconds) override;
 
-  // What does not load may be told once more: somebody listens to reports who did not before.
-  void forgetTold();
-
   // For its life the journal hears of each load of the process.
   class Listening {
    public:
@@ -39,10 +35,8 @@ class LoadJournal : public IOroLoadJournal {
 
  private:
   bool enter(const ComponentLoad& load);
-  bool isTold(const OroString& path);
   static void report(const ComponentLoad& load);
 
-  platform::CriticalSection lock_;  // guards the lists
+  platform::CriticalSection lock_;  // guards loads_
   std::vector<ComponentLoad> loads_;
-  std::vector<OroString> told_;  // paths of what the loader has spoken of
 };

@@ -4,7 +4,10 @@
 
 #include <string>
 
+#include "framework/componentload.h"
+#include "gui/apps/main/loadjournal.h"
 #include "gui/apps/main/oroappmain.h"
+#include "interfaces/IOroObjBroker.h"
 #include "tests/blackbox/childprocess.h"
 #include "tests/gui/apps/main/appworld.h"
 
@@ -50,6 +53,22 @@ TEST_F(ErrorPrinterTest, PrintsContextAndDetail) {
 TEST_F(ErrorPrinterTest, LetsNoControlCharacterThroughButLineEndsAndTabs) {
   const ErrorPrinter::Attached printing;
   EXPECT_EQ(printed(OroString(u"a\x1B[31mb\x7F\u009B\n\tc"), 1), "a?[31mb??\n\tc\n");
+}
+
+TEST_F(ErrorPrinterTest, PrintsTheLoadersWordsAboutALibraryOnce) {
+  const IPtr<LoadJournal> journal(new LoadJournal);
+  const LoadJournal::Listening listening(*journal);
+  oroBroker()->registerService(KelCString::borrow(IOroLoadJournal::interfaceName()), journal.get());
+  const ErrorPrinter::Attached printing;
+  const OroString words(u"Fatal error: Could not load this DLL: \\lib\\odd.so; error code was: 2");
+  EXPECT_NE(printed(words, 1), "");
+  ComponentLoad load;
+  load.path = OroString(u"\\lib\\odd");
+  load.step = kOroLoadFile;
+  tellComponentLoad(load);
+  EXPECT_EQ(printed(words, 1), "");
+  EXPECT_NE(printed(OroString(u"Fatal error: Could not load this DLL: \\lib\\odd2.so; error"), 1),
+            "");
 }
 
 TEST_F(ErrorPrinterTest, PrintsWhileItIsAttachedAlone) {
