@@ -37,6 +37,20 @@ unsigned equalOf16(const int32_t* numbers, __m128i value) {
   return static_cast<unsigned>(_mm_movemask_epi8(_mm_packs_epi16(low, high)));
 }
 
+// Adds 16 numbers to four sums, which hold up to 2^32 together; false when one is negative, and
+// then nothing is added.
+bool addNatural16(const int32_t* numbers, __m128i& sums) {
+  const auto four = [&](int32_t i) {
+    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(numbers + i));
+  };
+  const __m128i signs =
+      _mm_or_si128(_mm_or_si128(four(0), four(4)), _mm_or_si128(four(8), four(12)));
+  if (_mm_movemask_ps(_mm_castsi128_ps(signs)) != 0) return false;
+  sums = _mm_add_epi32(
+      sums, _mm_add_epi32(_mm_add_epi32(four(0), four(4)), _mm_add_epi32(four(8), four(12))));
+  return true;
+}
+
 // Which of 16 pointers are null.
 unsigned nullOf16(uint32_t* const* pointers) {
   const auto two = [&](int32_t i) {
@@ -469,10 +483,21 @@ int32_t BlockBitVector::CountSet() const { return numSet_ >= 0 ? numSet_ : Recou
 
 int32_t BlockBitVector::Recount() const {
   int64_t sum = 0;
-  for (int32_t block = 0; block <= lastBlock_; ++block) {
-    if (counts_[block] < 0) counts_[block] = populationOf(block);
-    sum += counts_[block];
+  const auto addBlocks = [&](int32_t from, int32_t end) {
+    for (int32_t block = from; block < end; ++block) {
+      if (counts_[block] < 0) counts_[block] = populationOf(block);
+      sum += counts_[block];
+    }
+  };
+  __m128i sums = _mm_setzero_si128();  // of the rows in which every count is known
+  int32_t row = 0;
+  for (; row + 16 <= lastBlock_ + 1; row += 16) {
+    if (!addNatural16(counts_ + row, sums)) addBlocks(row, row + 16);
   }
+  addBlocks(row, lastBlock_ + 1);
+  uint32_t four[4];
+  _mm_storeu_si128(reinterpret_cast<__m128i*>(four), sums);
+  for (const uint32_t part : four) sum += part;
   numSet_ = sum <= INT32_MAX ? static_cast<int32_t>(sum) : -1;
   return numSet_ >= 0 ? numSet_ : INT32_MAX;
 }

@@ -590,6 +590,24 @@ TEST_F(BlockBits, ThePoolKeepsFiveHundredAndTwelveBlocks) {
   EXPECT_EQ(heap.allocations, 88 + 2) << "and the two tables";
 }
 
+// More blocks than are added at a time, of which some are not counted.
+TEST_F(BlockBits, AreCountedWhereSomeBlocksAreNot) {
+  constexpr int32_t all = BlockBitVector::kBlockBits;
+  for (const int32_t blocks : {1, 15, 16, 17, 32, 50}) {
+    BitVector flat(blocks * all - 1);
+    for (int32_t block = 0; block < blocks; ++block) flat.Set(block * all + 7 * block);
+    BlockBitVector bits(flat);
+    ASSERT_EQ(bits.BlockCount(0), -1);
+    EXPECT_EQ(bits.Recount(), blocks);
+    for (int32_t block = 0; block < blocks; ++block) EXPECT_EQ(bits.BlockCount(block), 1);
+    EXPECT_EQ(bits.Recount(), blocks) << "of counts that are known";
+    BlockBitVector full(blocks * all);
+    for (int32_t b = 0; b < all; ++b) full.Set((blocks - 1) * all + b);
+    full |= bits;
+    EXPECT_EQ(full.Recount(), all + blocks - 1);
+  }
+}
+
 TEST_F(BlockBits, CopiedTakeABlockWhenTheyChange) {
   BlockBitVector bits;
   for (int32_t block = 0; block < 600; ++block) bits.Set(block * all);  // more than the pool has
