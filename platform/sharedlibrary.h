@@ -29,8 +29,8 @@ void* librarySymbol(void* library, const char* name);
 void closeLibrary(void* library);
 
 /// Makes the symbols of the loaded library that holds this address known to libraries that are
-/// opened later, as an interpreter's own extension libraries need it. False when the system does not
-/// know the address; on Windows, where libraries name what they take symbols from, always true.
+/// opened later, as an interpreter's own extension libraries need it. False when the system does
+/// not know the address; on Windows, where libraries name what they take symbols from, always true.
 bool shareSymbols(const void* address);
 
 /// Where libraries opened by bare name, and those that others depend on, are looked for besides
