@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "bench/support/blockmemory.h"
 #include "bench/support/ratios.h"
 #include "components/points/formats/pointlinetext.h"
 #include "components/points/pointclouddata.h"
@@ -19,7 +20,6 @@
 #include "components/points/pointopener.h"
 #include "orobasictypes/oropath.h"
 #include "platform/files.h"
-#include "tests/support/countingmanager.h"
 #include "tests/tempfolder.h"
 #include "tests/testpaths.h"
 #include "tools/samplepoints.h"
@@ -70,8 +70,7 @@ void run(const std::string& program) {
 }
 
 void compareReading(bench::Ratios& ratios, const std::filesystem::path& file) {
-  tests::ManagedMemory memory;
-  memory.manager->logs = false;
+  bench::BlockMemory memory;
   IPtr<PointDocument> document(new PointDocument);
   IPtr<PointOpener> opener(new PointOpener);
   memory.broker.registerService(KelCString::borrow("IOroDoc"), document.get());

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "bench/support/blockmemory.h"
 #include "bench/support/ratios.h"
 #include "interfaces/IOroProgress.h"
 #include "orobasictypes/array.h"
@@ -13,7 +14,6 @@
 #include "orobasictypes/orointlist.h"
 #include "orobasictypes/progresscallbackbase.h"
 #include "tests/orobasictypes/numeric/fakeprogress.h"
-#include "tests/support/countingmanager.h"
 
 namespace {
 
@@ -138,8 +138,7 @@ void compareProgress(bench::Ratios& ratios) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  const tests::ManagedMemory memory;
-  memory.manager->logs = false;
+  const bench::BlockMemory memory;
   bench::Ratios ratios(argc, argv);
   OroMM::IntArray split(count);
   compareAccess(ratios, "split array", split);

@@ -14,12 +14,12 @@
 #include <roaring/roaring.h>
 #include <boost/dynamic_bitset.hpp>
 
+#include "bench/support/blockmemory.h"
 #include "bench/support/ratios.h"
 #include "orobasictypes/binio.h"
 #include "orobasictypes/bitvector.h"
 #include "orobasictypes/bitvectoriter.h"
 #include "orobasictypes/blockbitvector.h"
-#include "tests/support/countingmanager.h"
 
 namespace {
 
@@ -557,8 +557,7 @@ void compareBlocks(bench::Ratios& ratios, const std::string& kind,
 }  // namespace
 
 int main(int argc, char** argv) {
-  const tests::ManagedMemory memory;
-  memory.manager->logs = false;
+  const bench::BlockMemory memory;
   bench::Ratios ratios(argc, argv);
   for (const int32_t size : {1000, 1000000, 100000000}) {
     compareLogic(ratios, size);

@@ -15,6 +15,7 @@
 
 #include <Eigen/Geometry>
 
+#include "bench/support/blockmemory.h"
 #include "bench/support/ratios.h"
 #include "orobasictypes/bininputfile.h"
 #include "orobasictypes/binoutputfile.h"
@@ -23,7 +24,6 @@
 #include "orobasictypes/oropath.h"
 #include "orobasictypes/orovectorarray.h"
 #include "orobasictypes/quicksort_compare.h"
-#include "tests/support/countingmanager.h"
 #include "tests/tempfolder.h"
 
 namespace {
@@ -260,8 +260,7 @@ void compareChunks(bench::Ratios& ratios, const std::string& name, int32_t count
 }  // namespace
 
 int main(int argc, char** argv) {
-  const tests::ManagedMemory memory;
-  memory.manager->logs = false;
+  const bench::BlockMemory memory;
   bench::Ratios ratios(argc, argv);
   const std::pair<int32_t, const char*> sizes[] = {{1000000, "1e6"}, {10000000, "1e7"}};
   for (const auto& [count, name] : sizes) {

@@ -9,10 +9,10 @@
 #include <vector>
 
 #include "bench/orobasictypes/foreignrecords.h"
+#include "bench/support/blockmemory.h"
 #include "bench/support/ratios.h"
 #include "orobasictypes/applyorder.h"
 #include "orobasictypes/quicksort.h"
-#include "tests/support/countingmanager.h"
 
 namespace {
 
@@ -80,8 +80,7 @@ void compareOrder(bench::Ratios& ratios, const std::string& name, int32_t count)
 }  // namespace
 
 int main(int argc, char** argv) {
-  const tests::ManagedMemory memory;
-  memory.manager->logs = false;
+  const bench::BlockMemory memory;
   bench::Ratios ratios(argc, argv);
   compareSort(ratios, "1e3", 1000, UINT32_MAX);
   compareSort(ratios, "1e6", 1000000, UINT32_MAX);
