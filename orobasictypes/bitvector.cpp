@@ -354,34 +354,47 @@ bool BitVector::isEmptyFrom(int32_t word) const {
 void BitVector::setSlowly(int32_t b) {
   if (b < 0) return;
   if (!has(b)) Resize(b);
-  setIn(*makeWord(b >> 5), b);
+  setIn(makeWord(b >> 5), 0, static_cast<uint32_t>(b));
 }
 
 // The first bit behind the word of `from`, which the caller has looked at, that differs from
-// `skipped` (0 or all ones). Most of what is looked for is near, and found without a call.
-int32_t BitVector::scanForward(uint32_t from, uint32_t skipped) const {
-  constexpr int32_t isNear = 64;  // words
-  const int32_t end = wordCount();
-  const auto word = static_cast<int32_t>(from >> 5) + 1;
-  if (word >= end) return -1;
-  const Stretch part = stretch(word, end);
-  if (part.words == nullptr) return skipped != 0 ? word * 32 : scanFar(word, end, skipped);
-  const uint64_t pattern = uint64_t{skipped} << 32 | skipped;
-  const int32_t near = std::min(part.count, isNear);
-  int32_t start = 0;
-  for (; start + 8 <= near; start += 8) {
+// `skipped` (0 or all ones). That word stands at `place` of `words`, its block or the whole of a
+// small vector. Where the next step of a walk begins is known at the end of this one only, so few
+// instructions lead to the words; those of the last block behind the vector's end are looked at
+// too.
+template <uint32_t skipped>
+[[gnu::aligned(64)]] int32_t BitVector::scanForward(const uint32_t* words, uint32_t place,
+                                                    uint32_t from) const {
+  constexpr uint64_t pattern = uint64_t{skipped} << 32 | skipped;
+  constexpr int32_t step = 8;      // words
+  constexpr int32_t isNear = 192;  // words; farther away the kernel is faster
+  const uint32_t* const at = words + place;
+  const int32_t here = isSmall() ? wordCount() : OroMM::WordArray::perBlock;
+  int32_t left = std::min(here - static_cast<int32_t>(place), isNear) - 1 - step;
+  const auto found = [&](const uint32_t* next, uint64_t others) {
+    const uint32_t bit = (from & ~31U) + static_cast<uint32_t>((next - at) * 32) +
+                         static_cast<uint32_t>(std::countr_zero(others));
+    return bit < bitCount() ? static_cast<int32_t>(bit) : -1;
+  };
+  const uint32_t* next = at + 1;
+  for (; left >= 0; left -= step, next += step) {
 #pragma GCC unroll 4
-    for (int32_t i = start; i < start + 8; i += 2) {
-      const uint64_t others = bitwords::pairAt(part.words + i, true) ^ pattern;
-      if (others != 0) return (word + i) * 32 + std::countr_zero(others);
+    for (int32_t i = 0; i < step; i += 2) {
+      const uint64_t others = bitwords::pairAt(next + i, true) ^ pattern;
+      if (others != 0) return found(next + i, others);
     }
   }
-  for (; start < near; ++start) {
-    const uint32_t others = part.words[start] ^ skipped;
-    if (others != 0) return (word + start) * 32 + std::countr_zero(others);
+  for (left += step; left > 0; --left, ++next) {
+    if (*next != skipped) return found(next, *next ^ skipped);
   }
-  return word + near < end ? scanFar(word + near, end, skipped) : -1;
+  return scanFar(static_cast<int32_t>(from >> 5) + static_cast<int32_t>(next - at), wordCount(),
+                 skipped);
 }
+
+template int32_t BitVector::scanForward<0>(const uint32_t* words, uint32_t place,
+                                           uint32_t from) const;
+template int32_t BitVector::scanForward<UINT32_MAX>(const uint32_t* words, uint32_t place,
+                                                    uint32_t from) const;
 
 int32_t BitVector::scanFar(int32_t word, int32_t end, uint32_t skipped) const {
   while (word < end) {

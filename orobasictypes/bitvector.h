@@ -63,12 +63,14 @@ class BitVector : public OroShared {
     return word != nullptr && (*word >> (b & 31) & 1) != 0;
   }
   void Set(int32_t b) {
-    uint32_t* const word = has(b) ? wordOf(static_cast<uint32_t>(b)) : nullptr;
-    if (word != nullptr) [[likely]] {
-      setIn(*word, b);
-    } else {
-      setSlowly(b);
+    const auto bit = static_cast<uint32_t>(b);
+    if (bit < bitCount()) [[likely]] {
+      if (isSmall()) return setIn(bvwords_, bit >> 5, bit);
+      uint32_t* const block = largeBlock(bit);
+      if (block != nullptr) [[likely]]
+        return setIn(block, placeInBlock(bit), bit);
     }
+    setSlowly(b);
   }
   // Sets a bit that there is room for; whether it was clear.
   bool Insert(int32_t b) {
@@ -91,20 +93,23 @@ class BitVector : public OroShared {
   // The next set or clear bit strictly behind b, from bit 0 for b below 0; -1 when there is none.
   int32_t NextSet(int32_t b) const {
     const uint32_t next = static_cast<uint32_t>(b) + 1;
+    const OroMM::WordArray* const large = bvwordsLarge_;  // here, so that a walk loads it once
     if (next >= bitCount()) [[unlikely]]
       return b < -1 ? firstSet() : -1;
-    if (bvwords_ != nullptr) return nextSetIn(bvwords_[next >> 5], next);
-    const uint32_t* const block = largeBlock(next);
-    return block != nullptr ? nextSetIn(block[placeInBlock(next)], next) : scanForward(next, 0);
+    if (isSmall()) return nextSetIn(bvwords_, next >> 5, next);
+    const uint32_t* const block = large->BlockAt(static_cast<int32_t>(next >> 16));
+    if (block == nullptr) [[unlikely]]
+      return scanFar(static_cast<int32_t>(next >> 5), wordCount(), 0);
+    return nextSetIn(block, placeInBlock(next), next);
   }
   int32_t NextClear(int32_t b) const {
     const uint32_t next = static_cast<uint32_t>(b) + 1;
-    if (next >= bitCount()) return b < -1 ? firstClear() : -1;
-    const uint32_t* const word = wordOf(next);
-    if (word == nullptr) return static_cast<int32_t>(next);
-    const uint32_t rest = ~*word >> (next & 31);
-    if (rest != 0) return static_cast<int32_t>(next) + std::countr_zero(rest);
-    return scanForward(next, UINT32_MAX);
+    const OroMM::WordArray* const large = bvwordsLarge_;
+    if (next >= bitCount()) [[unlikely]]
+      return b < -1 ? firstClear() : -1;
+    if (isSmall()) return nextClearIn(bvwords_, next >> 5, next);
+    const uint32_t* const block = large->BlockAt(static_cast<int32_t>(next >> 16));
+    return block != nullptr ? nextClearIn(block, placeInBlock(next), next) : asIndex(next);
   }
   // The same strictly before b; above the maximum bit they begin with that bit itself.
   int32_t PrevSet(int32_t b) const { return scanBackward(b, 0); }
@@ -236,22 +241,32 @@ class BitVector : public OroShared {
   bool has(int32_t b) const { return static_cast<uint32_t>(b) < bitCount(); }
   // The word of a bit that there is room for; null where it has no memory.
   uint32_t* wordOf(uint32_t b) const {
-    if (bvwords_ != nullptr) return bvwords_ + (b >> 5);
+    if (isSmall()) return bvwords_ + (b >> 5);
     uint32_t* const block = largeBlock(b);
     return block != nullptr ? block + placeInBlock(b) : nullptr;
   }
+  // The compiler is told that it is open, and makes no detour of large vectors.
+  bool isSmall() const { return __builtin_expect_with_probability(bvwords_ != nullptr, 1, 0.4); }
   uint32_t* largeBlock(uint32_t b) const {
     return bvwordsLarge_->BlockAt(static_cast<int32_t>(b >> 16));
   }
-  static uint32_t placeInBlock(uint32_t b) { return b >> 5 & OroMM::WordArray::mask; }
-  // The first set bit from `next` on, which lies in this word. The very next one is guessed: a walk
-  // over a full stretch need not wait for its words.
-  int32_t nextSetIn(uint32_t word, uint32_t next) const {
-    const uint32_t rest = word >> (next & 31);
-    if ((rest & 1) != 0) [[likely]]
+  // Two instructions: the compiler would make a shift and a mask of it, which are three.
+  static uint32_t placeInBlock(uint32_t b) { return bitwords::anew(static_cast<uint16_t>(b)) >> 5; }
+  // The first set bit from `next` on, whose word stands at `place` of these. The very next one is
+  // guessed: a walk over a full stretch need not wait for its words. Instructions count there, so
+  // what the other ways need is worked out on them.
+  int32_t nextSetIn(const uint32_t* words, uint32_t place, uint32_t next) const {
+    const uint32_t word = words[place];
+    if ((word & 1U << (next & 31)) != 0) [[likely]]
       return asIndex(next);
+    const uint32_t rest = word >> (bitwords::anew(next) & 31);
     return rest != 0 ? asIndex(next + static_cast<uint32_t>(std::countr_zero(rest)))
-                     : scanForward(next, 0);
+                     : scanForward<0>(words, place, next);
+  }
+  int32_t nextClearIn(const uint32_t* words, uint32_t place, uint32_t next) const {
+    const uint32_t rest = ~words[place] >> (next & 31);
+    return rest != 0 ? asIndex(next + static_cast<uint32_t>(std::countr_zero(rest)))
+                     : scanForward<UINT32_MAX>(words, place, next);
   }
   // Tells the compiler that a bit which there is room for is never below 0.
   static int32_t asIndex(uint32_t b) {
@@ -262,10 +277,14 @@ class BitVector : public OroShared {
   Stretch stretch(int32_t word, int32_t end) const;
   // Whether the bit changes is anybody's guess, so they count it without a branch. Each step less
   // is worth something: where the word comes from afar, the processor looks ahead so much farther.
-  void setIn(uint32_t& word, int32_t b) {
-    const uint32_t old = word;
-    word = old | 1U << (b & 31);
-    if (numSet_ >= 0) addToCount(old < word);
+  void setIn(uint32_t* words, uint32_t place, uint32_t b) {
+    uint32_t word = words[place];
+    if (numSet_ >= 0) [[likely]] {
+      bitwords::setAndCount(word, b, numSet_);
+    } else {
+      word |= 1U << (b & 31);
+    }
+    words[place] = word;
   }
   // One more than the largest number becomes a negative one, which is not known.
   void addToCount(uint32_t more) {
@@ -278,7 +297,8 @@ class BitVector : public OroShared {
   }
   void setSlowly(int32_t b);
   // Pure, so that a loop of NextSet need not load again where the words are.
-  [[gnu::pure]] int32_t scanForward(uint32_t from, uint32_t skipped) const;
+  template <uint32_t skipped>
+  [[gnu::pure]] int32_t scanForward(const uint32_t* words, uint32_t place, uint32_t from) const;
   [[gnu::pure, gnu::noinline]] int32_t scanFar(int32_t word, int32_t end, uint32_t skipped) const;
   [[gnu::pure]] int32_t scanBackward(int32_t b, uint32_t skipped) const;
   [[gnu::pure]] int32_t firstSet() const;

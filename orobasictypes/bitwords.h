@@ -15,6 +15,20 @@
 
 namespace bitwords {
 
+// The same number, of which the compiler knows nothing any more: what is worked out from it is
+// worked out there, and as it is written.
+[[gnu::always_inline]] inline uint32_t anew(uint32_t number) {
+  asm("" : "+r"(number));
+  return number;
+}
+
+// Sets bit `b`, counted modulo 32, and adds 1 to the count if it was clear; one more than the
+// largest number becomes the smallest. No branch, and three instructions that the compiler does not
+// find: where many words come from afar, each one less lets the processor see farther ahead.
+[[gnu::always_inline]] inline void setAndCount(uint32_t& word, uint32_t b, int32_t& count) {
+  asm("btsl %2, %0\n\tsbbl $-1, %1" : "+r"(word), "+m"(count) : "r"(b) : "cc");
+}
+
 // ---------------------------------------------------------------------------------------------
 // Operations on two vectors, with what every processor has
 

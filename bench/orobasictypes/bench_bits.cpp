@@ -276,13 +276,17 @@ void compareWalks(bench::Ratios& ratios, int32_t size, int thousandths) {
   ratios.compare(
       next, peerName, bar,
       [&] {
-        int64_t sum = 0;
-        for (int32_t b = a.ours.NextSet(-1); b >= 0; b = a.ours.NextSet(b)) sum += b;
+        uint32_t sum = 0;
+        for (int32_t b = a.ours.NextSet(-1); b >= 0; b = a.ours.NextSet(b)) {
+          sum += static_cast<uint32_t>(b);
+        }
         benchmark::DoNotOptimize(sum);
       },
       [&] {
-        size_t sum = 0;
-        for (size_t b = a.peer.find_first(); b != Peer::npos; b = a.peer.find_next(b)) sum += b;
+        uint32_t sum = 0;
+        for (size_t b = a.peer.find_first(); b != Peer::npos; b = a.peer.find_next(b)) {
+          sum += static_cast<uint32_t>(b);
+        }
         benchmark::DoNotOptimize(sum);
       });
 }

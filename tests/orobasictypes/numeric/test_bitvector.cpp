@@ -6,6 +6,7 @@
 #include <numeric>
 #include <optional>
 #include <random>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -530,6 +531,67 @@ TEST_F(Bits, AreWalkedAcrossAbsentBlocks) {
   EXPECT_EQ(bits.NextClear(-1), 65536) << "the first absent block";
   bits.SetRange(131072, 199999);
   EXPECT_EQ(bits.PrevClear(190000), 131071);
+}
+
+// One bit that is unlike all others is found from any distance, in vectors of few words, across the
+// end of a block and in a last block that the vector does not fill.
+TEST_F(Bits, AreFoundFromAnyDistance) {
+  const std::vector<int32_t> sizes = {1, 2, 3, 4, 5, 8, 9, 10, 11, 17, 25, 193, 194, 202, 300};
+  for (const int32_t words : sizes) {
+    for (int32_t word = 0; word < words; ++word) {
+      BitVector bits(words * 32 - 1);
+      const int32_t b = word * 32 + word % 32;
+      bits.Set(b);
+      for (int32_t from = -1; from < b; from += 31) ASSERT_EQ(bits.NextSet(from), b) << words;
+      ASSERT_EQ(bits.NextSet(b), -1) << words;
+      bits.Not();
+      for (int32_t from = -1; from < b; from += 31) ASSERT_EQ(bits.NextClear(from), b) << words;
+      ASSERT_EQ(bits.NextClear(b), -1) << words;
+    }
+  }
+}
+
+TEST_F(Bits, AreFoundAcrossBlocks) {
+  constexpr int32_t maximum = 131072 + 40 * 32 - 1;  // a third block of which 40 words are used
+  for (const int32_t b : {65535, 65536, 65567, 65600, 72000, 131071, 131072, 131200, maximum}) {
+    BitVector bits(maximum);
+    ASSERT_TRUE(bits.IsLarge());
+    ASSERT_EQ(bits.MaximumBit(), maximum);
+    bits.Not();  // so that there are all blocks
+    EXPECT_EQ(bits.NextClear(b), -1) << "what lies behind the maximum bit is not found";
+    EXPECT_EQ(bits.NextClear(maximum), -1);
+    bits.Clear(b);
+    for (const int32_t before : {1, 31, 32, 33, 300, 6100, 6200, 6500, 50000}) {
+      ASSERT_EQ(bits.NextClear(b - before), b) << before;
+    }
+    bits.Not();
+    for (const int32_t before : {1, 31, 32, 33, 300, 6100, 6200, 6500, 50000}) {
+      ASSERT_EQ(bits.NextSet(b - before), b) << before;
+    }
+    EXPECT_EQ(bits.NextSet(b), -1);
+  }
+}
+
+// Whatever their number, in either storage, and beside bits that are set already.
+TEST_F(Bits, AreCountedAsTheyAreSet) {
+  for (const int32_t maximum : {1023, 200000}) {
+    BitVector bits(maximum);
+    std::set<int32_t> expected;
+    std::mt19937 random(7);
+    for (int step = 0; step < 5000; ++step) {
+      const auto b = static_cast<int32_t>(random() % static_cast<uint32_t>(maximum + 1));
+      bits.Set(b);
+      expected.insert(b);
+      ASSERT_EQ(bits.KnownCount(), static_cast<int32_t>(expected.size()));
+    }
+    EXPECT_EQ(bits.Recount(), static_cast<int32_t>(expected.size()));
+    bits ^= BitVector(bits);
+    ASSERT_EQ(bits.KnownCount(), -1);
+    bits.Set(31);
+    bits.Set(32);
+    EXPECT_EQ(bits.KnownCount(), -1) << "what is not known stays so";
+    EXPECT_EQ(bits.CountSet(), 2);
+  }
 }
 
 TEST_F(Bits, AreVisited) {
