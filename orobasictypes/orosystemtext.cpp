@@ -18,6 +18,14 @@ OroString oroShownPath(const OroPath& path) {
   return OroString(platform::fromSystem(name).c_str());
 }
 
+OroString oroWithReason(const OroString& message, const OroString& reason) {
+  if (reason.isEmpty()) return message;
+  OroString text(message);
+  text.append(": ");
+  text.append(reason);
+  return text;
+}
+
 std::string oroTerminalText(const OroString& text) {
   std::u16string units(text.wideText());
   for (char16_t& unit : units) {

@@ -17,6 +17,10 @@ OroString oroArgumentText(const OroString& argument);
 // A path in the form of the system, for messages; never for a file name of the program.
 OroString oroShownPath(const OroPath& path);
 
+// A message with the reason behind it: "Cannot write a.xyz: No space left on device". The message
+// alone where there is no reason.
+OroString oroWithReason(const OroString& message, const OroString& reason);
+
 // The text in UTF-8 for a terminal: names of files and texts from them come from anywhere, so "?"
 // stands for each control character but line ends and tabs.
 std::string oroTerminalText(const OroString& text);

@@ -3,35 +3,40 @@
 #include "orobasictypes/oropath.h"
 #include "platform/files.h"
 #include "platform/filestream.h"
+#include "platform/systemerror.h"
 
 bool OroWholeFile::open(const OroPath& target) {
   discard();
   failed_ = false;
+  reason_ = OroString();
   target_ = target.wideText();
-  if (target_.empty() || platform::isDirectory(target_)) return false;
+  if (target_.empty()) return false;
+  // A directory is among them: the system refuses it and says why.
   straight_ = platform::pathExists(target_) && !platform::isFile(target_);
   temporary_ = straight_ ? target_ : platform::temporaryNameBeside(target_);
+  platform::clearSystemError();
   stream_ = platform::openFile(temporary_, "wb");
-  if (stream_ == nullptr) return false;
+  if (stream_ == nullptr) return fail();
   std::setvbuf(stream_, nullptr, _IONBF, 0);  // callers write in blocks of their own
   return true;
 }
 
 bool OroWholeFile::write(const char* bytes, size_t size) {
   if (stream_ == nullptr || failed_) return false;
-  if (platform::writeBlock(stream_, bytes, size) != size) failed_ = true;
-  return !failed_;
+  platform::clearSystemError();
+  return platform::writeBlock(stream_, bytes, size) == size || fail();
 }
 
 bool OroWholeFile::commit() {
   if (stream_ == nullptr) return false;
-  if (!failed_ && !straight_ && !platform::flushToDisk(stream_)) failed_ = true;
-  if (std::fclose(stream_) != 0) failed_ = true;
+  platform::clearSystemError();
+  if (!failed_ && !straight_ && !platform::flushToDisk(stream_)) fail();
+  if (std::fclose(stream_) != 0) fail();
   stream_ = nullptr;
   if (straight_) return !failed_;
-  const bool done = !failed_ && platform::renameFile(temporary_, target_);
-  if (!done) platform::removeFile(temporary_);
-  return done;
+  if (!failed_ && !platform::renameFile(temporary_, target_)) fail();
+  if (failed_) platform::removeFile(temporary_);
+  return !failed_;
 }
 
 void OroWholeFile::discard() {
@@ -39,4 +44,11 @@ void OroWholeFile::discard() {
   std::fclose(stream_);
   stream_ = nullptr;
   if (!straight_) platform::removeFile(temporary_);
+}
+
+// Always false.
+bool OroWholeFile::fail() {
+  if (!failed_) reason_ = OroString(platform::systemErrorText().c_str());
+  failed_ = true;
+  return false;
 }

@@ -16,6 +16,8 @@
 #include <cstdio>
 #include <string>
 
+#include "orobasictypes/orostring.h"
+
 class OroPath;
 
 class OroWholeFile {
@@ -37,10 +39,17 @@ class OroWholeFile {
   // Drops what was written. Harmless after commit().
   void discard();
 
+  // Why the last open(), write() or commit() failed, in the system's words: "No space left on
+  // device". Empty when nothing failed and where the system told nothing.
+  const OroString& reason() const { return reason_; }
+
  private:
+  bool fail();
+
   std::FILE* stream_ = nullptr;
   std::u16string target_;
   std::u16string temporary_;
   bool straight_ = false;  // the target is no plain file and is written as it is
   bool failed_ = false;
+  OroString reason_;  // of the first failure
 };

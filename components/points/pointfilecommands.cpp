@@ -150,7 +150,9 @@ bool pointcommands::snapshot(PointCommandRun& run) {
         [&](PointSet& set) { return picture.draw(set, !(color == "height"), run.work()); });
     if (!drawn) return false;
   }
-  const char* const problem =
-      PngWriter::write(path, picture.pixels(), picture.width(), picture.height());
-  return problem == nullptr || run.fail(problem, oroShownPath(path));
+  PngWriter writer;
+  if (writer.write(path, picture.pixels(), picture.width(), picture.height())) return true;
+  OroString text;
+  oroTranslate(text, writer.problem(), oroShownPath(path));
+  return run.failAs(oroWithReason(text, writer.reason()));
 }

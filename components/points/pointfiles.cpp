@@ -79,15 +79,22 @@ bool loadAs(const PointFormat& format, const OroPath& path, PointDocument& docum
   return true;
 }
 
+bool failWriting(const OroPath& path, const OroWholeFile& file) {
+  OroString text;
+  oroTranslate(text, "Cannot write the file %1", oroShownPath(path));
+  reportPointText(1, oroWithReason(text, file.reason()));
+  return false;
+}
+
 bool writeTo(const OroPath& path, PointFormatWriter& writer, PointSource& source) {
   OroWholeFile file;
-  if (!file.open(path)) return fail("Cannot write the file %1", path);
+  if (!file.open(path)) return failWriting(path, file);
   PointFileOutput output(file);
   PointOutputBuffer bytes(output);
   const bool whole = writer.write(source, bytes);
   if (PointFileWork::isCurrentStopped()) return false;
   if (writer.problem() != nullptr) return fail(writer.problem(), path);
-  if (!whole || !file.commit()) return fail("Cannot write the file %1", path);
+  if (!whole || !file.commit()) return failWriting(path, file);
   reportNotes(writer.notes(), path);
   return true;
 }

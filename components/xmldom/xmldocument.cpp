@@ -155,7 +155,7 @@ bool XmlDocument::save(const OroPath& path) try {
                    ? oroKey("The file %1 could not be written")
                    : oroKey("The file %1 is not written: the document has no root element"),
                oroShownPath(path));
-  error_ = new XmlError(text);
+  error_ = new XmlError(oroWithReason(text, file.reason()));
   return false;
 } catch (const std::bad_alloc&) {
   return false;

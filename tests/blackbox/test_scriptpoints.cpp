@@ -252,9 +252,9 @@ TEST_F(ScriptPoints, SavesAndOpensAgain) {
   EXPECT_TRUE(holds(errors("cowl.save('a.nonsense')\n"),
                     "cowl.Error: The type of the file a.nonsense cannot be saved\n"));
   EXPECT_TRUE(holds(errors("cowl.save('absent/a.xyz')\n"),
-                    "cowl.Error: Cannot write the file absent/a.xyz\n"));
+                    "cowl.Error: Cannot write the file absent/a.xyz: "));
   EXPECT_TRUE(holds(errors("cowl.snapshot('absent/a.png')\n"),
-                    "cowl.Error: The picture absent/a.png cannot be made in its folder\n"));
+                    "cowl.Error: The picture absent/a.png cannot be made in its folder: "));
 }
 
 }  // namespace

@@ -478,7 +478,7 @@ TEST_F(PointCommandsTest, APictureIsAFileOfItsSize) {
 TEST_F(PointCommandsTest, APictureThatCannotBeWrittenTellsItsFile) {
   line(2);
   const std::string message = run("snapshot", {}, {{"file", pathOf("absent/a.png")}});
-  EXPECT_THAT(message, testing::HasSubstr("a.png cannot be made in its folder"));
+  EXPECT_THAT(message, testing::HasSubstr("a.png cannot be made in its folder: "));
   EXPECT_EQ(run("snapshot", {}, {{"file", ""}}), "The name of the file is empty");
 }
 
@@ -499,7 +499,7 @@ TEST_F(PointCommandsTest, AFileThatFailsTellsTheReasonThatIsReported) {
   EXPECT_EQ(document_->objects().size(), before);
   line(3);
   EXPECT_THAT(run("save", {}, {{"file", pathOf("absent/a.xyz")}}),
-              testing::MatchesRegex("Cannot write the file .*a.xyz"));
+              testing::MatchesRegex("Cannot write the file .*a.xyz: .+"));
   EXPECT_THAT(run("save", {}, {{"file", pathOf("a.nonsense")}}),
               testing::MatchesRegex("The type of the file .*a.nonsense cannot be saved"));
   EXPECT_EQ(run("save", {}, {{"file", ""}}), "The name of the file is empty");

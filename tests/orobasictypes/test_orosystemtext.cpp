@@ -35,6 +35,12 @@ TEST(OroShownPath, APathThatNamesNothingHereIsShownAsItStands) {
   EXPECT_TRUE(oroShownPath(OroPath("c:/dir/x")) == "c:\\dir\\x");
 }
 
+TEST(OroWithReason, PutsTheReasonBehindTheMessage) {
+  const OroString message("Cannot write a");
+  EXPECT_TRUE(oroWithReason(message, OroString("It is full")) == "Cannot write a: It is full");
+  EXPECT_TRUE(oroWithReason(message, OroString()) == "Cannot write a");
+}
+
 TEST(OroTerminalText, IsUtf8WithoutControlCharacters) {
   EXPECT_EQ(oroTerminalText(OroString(u"\u00E4 \u4E2D\tb\n")), "\xC3\xA4 \xE4\xB8\xAD\tb\n");
   EXPECT_EQ(oroTerminalText(OroString(u"a\x1B[31m\r\x7F\u0085\u009F\u00A0")), "a?[31m????\xC2\xA0");

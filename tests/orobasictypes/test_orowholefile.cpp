@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "orobasictypes/oropath.h"
+#include "tests/support/testdisk.h"
 #include "tests/tempfolder.h"
 
 namespace {
@@ -65,6 +66,44 @@ TEST_F(OroWholeFileTest, AFolderAnAbsentFolderAndAnEmptyNameDoNotOpen) {
   EXPECT_FALSE(file_.open(path("folder")));
   EXPECT_FALSE(file_.open(path("absent/a")));
   EXPECT_FALSE(file_.open(OroPath()));
+  EXPECT_EQ(entries(), 1);
+}
+
+TEST_F(OroWholeFileTest, ARefusalHasAReasonAndASuccessHasNone) {
+  std::filesystem::create_directory(folder_.file("folder"));
+  EXPECT_TRUE(file_.reason().isEmpty());
+  EXPECT_FALSE(file_.open(path("folder")));
+  const OroString ofFolder = file_.reason();
+  EXPECT_FALSE(ofFolder.isEmpty());
+  EXPECT_FALSE(file_.open(path("absent/a")));
+  EXPECT_FALSE(file_.reason().isEmpty());
+  EXPECT_FALSE(file_.reason() == ofFolder);
+  ASSERT_TRUE(file_.open(path("a")));
+  EXPECT_TRUE(file_.commit());
+  EXPECT_TRUE(file_.reason().isEmpty());
+}
+
+TEST_F(OroWholeFileTest, ATargetThatBecomesAFolderIsTheReasonAndNothingIsLeft) {
+  ASSERT_TRUE(file_.open(path("a")));
+  file_.write("new", 3);
+  std::filesystem::create_directory(folder_.file("a"));
+  EXPECT_FALSE(file_.commit());
+  EXPECT_FALSE(file_.reason().isEmpty());
+  EXPECT_EQ(entries(), 1);
+}
+
+TEST_F(OroWholeFileTest, AfterAFullDiskTheTargetIsAsItWas) {
+  folder_.write("a", "old");
+  ASSERT_TRUE(file_.open(path("a")));
+  {
+    tests::TestDisk disk;
+    disk.refuseFrom(1, 2);
+    EXPECT_TRUE(file_.write("new", 3));
+    EXPECT_FALSE(file_.write("more", 4));
+  }
+  EXPECT_FALSE(file_.write("again", 5)) << "a file with a gap is no file";
+  EXPECT_FALSE(file_.commit());
+  EXPECT_EQ(folder_.read("a"), "old");
   EXPECT_EQ(entries(), 1);
 }
 

@@ -27,8 +27,10 @@ class PngWriterTest : public testing::Test {
   std::string write(const std::string& name, const std::vector<uint8_t>& pixels, int width,
                     int height) {
     const OroPath path(OroString(folder_.file(name).u16string().c_str()));
-    const char* const problem = PngWriter::write(path, pixels, width, height);
-    return problem == nullptr ? "" : problem;
+    PngWriter writer;
+    if (writer.write(path, pixels, width, height)) return "";
+    reason_ = writer.reason();
+    return writer.problem();
   }
   Picture read(const std::string& name) {
     const std::string bytes = folder_.read(name);
@@ -46,6 +48,7 @@ class PngWriterTest : public testing::Test {
   }
 
   tests::TempFolder folder_;
+  OroString reason_;  // of the last failure
 };
 
 TEST_F(PngWriterTest, AFileHasEachPixel) {
@@ -65,6 +68,7 @@ TEST_F(PngWriterTest, APictureMayBeOnePixel) {
 
 TEST_F(PngWriterTest, AFolderThatIsNotThereIsToldAndNothingIsMade) {
   EXPECT_EQ(write("absent/a.png", {1, 2, 3}, 1, 1), "The picture %1 cannot be made in its folder");
+  EXPECT_FALSE(reason_.isEmpty());
   EXPECT_FALSE(std::filesystem::exists(folder_.file("absent")));
 }
 
