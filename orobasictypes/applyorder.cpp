@@ -37,8 +37,7 @@ void applyOrder(const OroMM::IntArray& index, int32_t first, int32_t last,
 
 void applyOrder(const OroMM::IntArray& index, int32_t first, int32_t last, QuickSort_Assign& assign,
                 BitVector& done) {
-  if (first > last) return;
-  if (done.MaximumBit() < last - first) done.Resize(last - first);
+  if (first <= last && done.MaximumBit() < last - first) done.Resize(last - first);
   for (int32_t place = first; place <= last; ++place) {
     if (done.Test(place - first)) continue;
     if (index.Get(place) == place) {

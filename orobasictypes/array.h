@@ -15,10 +15,14 @@
 #include "orobasictypes/arraybase.h"
 #include "orobasictypes/orovector.h"
 
-namespace OroMM {
-
 // Elements of a block: 1 shifted left by `shift`. A vector's block is one page of the memory
 // manager, 24 KiB, that of an integer or a word of bits a third of one.
+struct BitVectorSplitter {
+  static constexpr int shift = 11;
+};
+
+namespace OroMM {
+
 template <class T>
 struct Splitter;
 template <>
@@ -27,9 +31,6 @@ struct Splitter<OroVector> {
 };
 template <>
 struct Splitter<int> {
-  static constexpr int shift = 11;
-};
-struct BitVectorSplitter {
   static constexpr int shift = 11;
 };
 

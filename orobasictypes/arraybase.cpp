@@ -190,9 +190,10 @@ void ArrayBase::Materialize(bool zero) {
 }
 
 void ArrayBase::ClearRange(int32_t from, int32_t to) {
+  from = std::max(from, 0);
   int64_t left = int64_t{to} - from;
   const int32_t blocks = std::min(NumBlocks(), table_.count);
-  for (int32_t block = std::max(from, 0) / perBlock_; block < blocks && left > 0; ++block) {
+  for (int32_t block = from / perBlock_; block < blocks && left > 0; ++block) {
     if (void* const elements = table_.blocks[block]) {
       const int64_t cleared = std::min<int64_t>(left, perBlock_);
       std::memset(elements, 0, static_cast<size_t>(cleared * elementSize_));
@@ -203,7 +204,9 @@ void ArrayBase::ClearRange(int32_t from, int32_t to) {
 
 void ArrayBase::SwapBlocks(BlockTable& other) { std::swap(table_, other); }
 
+// The manager goes along: it is the one that gets the blocks back.
 void ArrayBase::SwapContents(ArrayBase& other) {
+  std::swap(manager_, other.manager_);
   std::swap(size_, other.size_);
   std::swap(table_, other.table_);
 }

@@ -23,7 +23,7 @@ class OroCountedBlockArray : public OroBlockArray {
   int32_t Count() const { return count_; }
   // Moves that mark alone: elements beyond the size read as 0.
   void SetCount(int32_t count) { count_ = count < 0 ? 0 : count; }
-  // Appends an element, growing the array, and returns its index.
+  // Appends an element, growing the array, and returns its index. Requires: Count() < 0x7FFFFFFE.
   int32_t Add(int32_t value);
 
   // The count, then the elements 1 to count, 32 bits each. Without a tag.

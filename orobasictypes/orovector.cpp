@@ -99,7 +99,7 @@ void OroVector::RejectFrom(const OroVector& v, OroVector& out) const {
   out = *this - along;
 }
 
-// Divides by a component that no other one exceeds; which one among equals decides the result.
+// Divides by a component that the others do not both exceed; which one decides the result.
 void OroVector::Perpendicular(OroVector& out) const {
   const double ax = std::abs(x);
   const double ay = std::abs(y);

@@ -117,6 +117,9 @@ TEST_F(ApplyOrder, NotesWhatIsDoneInTheCallersVector) {
   applyOrder(index, 3, 4, mover, left);
   EXPECT_THAT(mover.records, ElementsAre(10, 11, 12, 14, 13)) << "what is set is left out";
   EXPECT_EQ(left.CountSet(), 0);
+  left.Set(1);
+  applyOrder(index, 3, 2, mover, left);
+  EXPECT_EQ(left.CountSet(), 0) << "after no record at all too";
 }
 
 TEST_F(ApplyOrder, ComesToItsEndWithWhatIsNoPermutation) {

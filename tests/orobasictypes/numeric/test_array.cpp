@@ -99,6 +99,10 @@ TEST_F(SplitArray, OfIntegersCanBeMadeForALargestIndex) {
   EXPECT_EQ(IntArray(OroMM::LargestIndex{2047}).Size(), 2048);
   EXPECT_EQ(IntArray(OroMM::LargestIndex{2048}).Size(), 4096);
   EXPECT_EQ(IntArray(2048).Size(), 2048);
+  EXPECT_EQ(IntArray(OroMM::LargestIndex{-1}).Size(), 0);
+  tests::AssertionList assertions;
+  EXPECT_EQ(IntArray(OroMM::LargestIndex{INT32_MAX}).Size(), 0);
+  EXPECT_THAT(assertions.take(), ElementsAre(" orobasictypes/arraybase"));
 }
 
 TEST_F(SplitArray, MakesNoBlockWhenItIsMadeOrRead) {
@@ -108,6 +112,7 @@ TEST_F(SplitArray, MakesNoBlockWhenItIsMadeOrRead) {
   EXPECT_EQ(array.Get(-1), OroVector());
   EXPECT_EQ(array.Get(INT32_MIN), OroVector());
   EXPECT_EQ(&array.Get(1), &array.Get(9999)) << "one default element";
+  EXPECT_EQ(&array.Get(1), &VectorArray().Get(0)) << "for all arrays of the type";
   EXPECT_FALSE(array.IsDense());
   EXPECT_THAT(log(), IsEmpty());
 }
@@ -184,6 +189,22 @@ TEST_F(SplitArray, GrowsItsTableByOneThenByTwoFifths) {
   IntArray five;
   five.Set(4 * 2048, 0);
   EXPECT_EQ(five.Table().capacity, 5);
+}
+
+TEST_F(SplitArray, SettlesForNoSmallerTable) {
+  IntArray array(10 * 2048);
+  array.Set(5, 7);
+  {
+    tests::FakeHeap heap;
+    heap.refuseUpToCall = 1;
+    array.Set(10 * 2048, 0);
+    EXPECT_EQ(heap.sizes.front(), 14 * sizeof(void*));
+  }
+  EXPECT_EQ(array.Table().count, 11);
+  EXPECT_EQ(array.Table().capacity, 14);
+  EXPECT_EQ(array.Get(5), 7);
+  for (int32_t i = 1; i < 14; ++i) EXPECT_EQ(array.Table().blocks[i], nullptr);
+  testaccess::resetMemoryServices();
 }
 
 TEST_F(SplitArray, ResizesToWholeBlocksAndGivesBlocksBackInOrder) {
@@ -367,6 +388,13 @@ TEST_F(SplitArray, CountsAMissingBlockAsClearedWhole) {
   EXPECT_EQ(array.Get(2048 + 100), 1);
 }
 
+TEST_F(SplitArray, ClearsFromItsStartOnWhenTheRangeBeginsBeforeIt) {
+  IntArray array(10);
+  for (int32_t i = 0; i < 10; ++i) array.Set(i, 1);
+  array.ClearRange(-5, 3);
+  for (int32_t i = 0; i < 10; ++i) EXPECT_EQ(array.Get(i), i < 3 ? 0 : 1) << i;
+}
+
 TEST_F(SplitArray, SwapsTables) {
   IntArray a(2048);
   a.Set(1, 5);
@@ -457,6 +485,20 @@ TEST(SplitArrayWithoutManager, SeesAManagerThatComesLate) {
   IntArray late(10);
   late.Set(1, 5);
   EXPECT_EQ(memory.manager->allocations, 1);
+}
+
+TEST(SplitArrayWithoutManager, SwapsTheManagerWithTheBlocks) {
+  const tests::UnmanagedMemory none;
+  auto early = std::make_unique<IntArray>(10);
+  const tests::ManagedMemory memory;
+  IntArray managed(10);
+  managed.Set(1, 5);
+  early->SwapContents(managed);
+  EXPECT_EQ(early->Get(1), 5);
+  early->Set(2048, 6);
+  EXPECT_EQ(memory.manager->living(), 2);
+  early.reset();
+  EXPECT_EQ(memory.manager->living(), 0);
 }
 
 TEST(SplitArrayWithoutManagerDeathTest, EndsTheProcessAtTheFirstBlock) {

@@ -54,6 +54,7 @@ TEST(KelBlockShift, MakesBlocksOfSixteenKilobytes) {
   EXPECT_EQ(kelBlockShift(16383), 1U);
   EXPECT_EQ(kelBlockShift(16384), 0U);
   EXPECT_EQ(kelBlockShift(100000), 0U);
+  EXPECT_EQ(kelBlockShift(0), 14U) << "no element is smaller than a byte";
 }
 
 TEST(OroBlockTable, HasALastBlockOfItsExactLength) {

@@ -1,5 +1,6 @@
 #include "orobasictypes/orocountedblockarray.h"
 
+#include <cstring>
 #include <limits>
 #include <random>
 #include <string>
@@ -32,6 +33,10 @@ TEST(OroCountedBlockArray, HasItsCountBehindTheRest) {
   static_assert(sizeof(OroCountedBlockArray) == sizeof(OroBlockArray) + 8);
   OroCountedBlockArray array(3);
   EXPECT_EQ(array.Count(), 0) << "a size is not a count";
+  array.Add(5);
+  int32_t count = 0;
+  std::memcpy(&count, reinterpret_cast<const char*>(&array) + sizeof(OroBlockArray), sizeof count);
+  EXPECT_EQ(count, 1);
   array.SetCount(-5);
   EXPECT_EQ(array.Count(), 0);
 }

@@ -213,8 +213,14 @@ TEST(OroMatrixTests, RigidAllowsMirrorsAndAnyLastRow) {
 TEST(OroMatrixTests, RigidToleratesATenMillionth) {
   EXPECT_TRUE(diagonal(1 + 0.9e-7, 1, 1).IsRigid());
   EXPECT_TRUE(diagonal(1, 1 - 0.9e-7, 1).IsRigid());
-  EXPECT_FALSE(diagonal(1, 1, 1 + 1.1e-7).IsRigid());
   EXPECT_FALSE(diagonal(nan, 1, 1).IsRigid());
+  for (const int i : {0, 5, 10}) {
+    OroMatrix matrix;
+    matrix.m[i] = 1 + 1.1e-7;
+    EXPECT_FALSE(matrix.IsRigid()) << i;
+    matrix.m[i] = 1 - 1.1e-7;
+    EXPECT_FALSE(matrix.IsRigid()) << i;
+  }
   for (const int i : {1, 2, 4, 6, 8, 9}) {
     OroMatrix matrix;
     matrix.m[i] = 0.9e-7;
@@ -232,8 +238,13 @@ TEST(OroMatrixTests, UniformScaleMayBeNegativeAndMove) {
   EXPECT_TRUE(diagonal(0, 0, 0).IsUniformScale());
   EXPECT_TRUE(OroMatrix().IsUniformScale());
   EXPECT_FALSE(diagonal(2, 2, -2).IsUniformScale());
-  EXPECT_FALSE(diagonal(2, 2, 2 + 2e-10).IsUniformScale());
-  EXPECT_TRUE(diagonal(2, 2, 2 + 0.5e-10).IsUniformScale());
+  for (const int i : {0, 5, 10}) {
+    OroMatrix other = diagonal(2, 2, 2);
+    other.m[i] += 2e-10;
+    EXPECT_FALSE(other.IsUniformScale()) << i;
+    other.m[i] = 2 + 0.5e-10;
+    EXPECT_TRUE(other.IsUniformScale()) << i;
+  }
   EXPECT_FALSE(diagonal(nan, nan, nan).IsUniformScale());
   for (const int i : {1, 2, 4, 6, 8, 9, 12, 13, 14, 15}) {
     OroMatrix other = diagonal(3, 3, 3);
@@ -301,6 +312,14 @@ TEST(OroMatrixArithmetic, SkipsWhatAZeroInTheFirstRowHides) {
   matrix.m[5] = infinity;  // only in the minor of the first element
   EXPECT_EQ(matrix.Determinant(), -6);
   EXPECT_FALSE(std::isfinite(matrix.Determinant3()));
+  for (int shown = 0; shown < 4; ++shown) {
+    // Infinities in the column of the one that is not 0 stand in all other minors alone.
+    OroMatrix other = counted();
+    for (int i = 0; i < 4; ++i) other.m[i] = 0;
+    other.m[shown] = 1;
+    other.m[4 + shown] = other.m[8 + shown] = other.m[12 + shown] = infinity;
+    EXPECT_TRUE(std::isfinite(other.Determinant())) << shown;
+  }
 }
 
 TEST(OroMatrixArithmetic, DeterminantOfAProductIsTheProduct) {
@@ -326,6 +345,18 @@ TEST(OroMatrixArithmetic, InvertsWithPivots) {
   OroMatrix inverse;
   ASSERT_EQ(swapping.Invert(inverse), 1);
   EXPECT_EQ(inverse, fromRows({0, 0.25, 0, 0, 0.5, 0, 0, 0, 0, 0, 0, 0.125, 0, 0, 0.2, 0}));
+}
+
+TEST(OroMatrixArithmetic, InvertsByTheLargestPivot) {
+  // From the small element everything else would be rounded away.
+  OroMatrix matrix;
+  matrix.m[0] = 1e-20;
+  matrix.m[1] = 1;
+  matrix.m[4] = -2;
+  matrix.m[5] = 1;
+  OroMatrix inverse;
+  ASSERT_EQ(matrix.Invert(inverse), 1);
+  expectNear(inverse, fromRows({0.5, -0.5, 0, 0, 1, 0, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1}), 1e-12);
 }
 
 TEST(OroMatrixArithmetic, RefusesToInvertASingularMatrix) {
@@ -495,6 +526,7 @@ TEST(OroMatrixBinary, IsSixteenDoublesByRows) {
   OroMatrix matrix;
   EXPECT_TRUE(matrix.Read(input));
   EXPECT_EQ(matrix, counted());
+  EXPECT_THAT(input.asked, ElementsAre(32, 32, 32, 32)) << "row by row";
   EXPECT_FALSE(matrix.Read(input));
 }
 

@@ -142,6 +142,10 @@ TEST_F(Progress, StepsDivideInFloats) {
   EXPECT_THAT(shown(), ElementsAre(0.25F, 0.5F));
   EXPECT_TRUE(progress.Step(0, 0)) << "no number counts as 0";
   EXPECT_THAT(shown(), ElementsAre(0.0F));
+  progress.Step(1241514, 16777217);
+  expectRange(progress, 0, 1000, 74);  // with the total in doubles it would be 73
+  progress.Step(17010927, 33618432);
+  expectRange(progress, 0, 1000, 506);  // with what is done in doubles it would be 505
 }
 
 TEST_F(Progress, BetweenPositionsAsksWhetherItIsCancelled) {
@@ -267,8 +271,9 @@ TEST_F(Progress, EnabledCoversTheWholeBarAndFindsTheService) {
   expectRange(progress, 0, 1000, 250);
   EXPECT_EQ(progress.GetProgress(), service_.get());
   progress.SetProgress(nullptr);
+  progress.SetRange(200, 300, 250);
   progress.Enable(false);
-  expectRange(progress, -1, 1000, 250);
+  expectRange(progress, -1, 300, 250);
   EXPECT_EQ(progress.GetProgress(), nullptr);
 }
 
@@ -300,6 +305,18 @@ TEST_F(Progress, IsHandedOnAsItIs) {
   expectRange(third, 100, 200, 0);
   third.CopyFrom(nullptr);
   expectRange(third, 100, 200, 0);
+  from.SetRange(-1, 300, 5);
+  from.SetCancelled(true);
+  from.CopyTo(&third);
+  expectRange(third, -1, 300, 0);  // switched off as it is
+  EXPECT_EQ(third.GetFlags(), 11);
+}
+
+TEST_F(Progress, ComparesItsPositionWithoutASign) {
+  ProgressCallbackObject progress;
+  progress.SetRange(1, -1, UINT32_MAX);
+  EXPECT_TRUE(progress.Report(1));
+  EXPECT_THAT(shown(), ElementsAre(FakeProgress::asked)) << "-1 is shown already";
 }
 
 TEST_F(Progress, TellsWhetherAFlagChanged) {

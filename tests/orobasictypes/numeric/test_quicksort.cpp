@@ -208,7 +208,7 @@ TEST_F(QuickSort, MakesTheSameComparisonsInEveryForm) {
     ASSERT_EQ(plain.calls, expected.calls);
 
     const int32_t first = 2040;  // the range lies in two blocks
-    for (int form = 0; form < 3; ++form) {
+    for (int form = 0; form < 4; ++form) {
       IntArray index(3000);
       fill(index, first, start);
       Recorder compare(keys);
@@ -216,11 +216,26 @@ TEST_F(QuickSort, MakesTheSameComparisonsInEveryForm) {
       const int32_t last = first + count - 1;
       ASSERT_TRUE(form == 0   ? quickSort(index, first, last, compare)
                   : form == 1 ? quickSort(index, first, last, Recorder::call, &compare)
-                              : quickSort(index, first, last, compare, stack));
+                  : form == 2 ? quickSort(index, first, last, compare, stack)
+                              : quickSort(index, first, last, Recorder::call, &compare, stack));
       ASSERT_EQ(contents(index, first, first + count - 1), sorted);
       ASSERT_EQ(compare.calls, expected.calls);
     }
   }
+}
+
+TEST_F(QuickSort, ComparesBelowIndexZeroAsAbove) {
+  std::vector<int32_t> start(14);
+  std::iota(start.begin(), start.end(), 1);
+  std::shuffle(start.begin(), start.end(), std::mt19937(4));
+  Recorder expected;
+  std::vector<int32_t> above = start;
+  quickSort(above.data(), 0, 13, Recorder::call, &expected);
+  Recorder compare;
+  std::vector<int32_t> below = start;
+  EXPECT_TRUE(quickSort(below.data() + 7, -7, 6, Recorder::call, &compare));
+  EXPECT_EQ(below, above);
+  EXPECT_EQ(compare.calls, expected.calls);
 }
 
 TEST_F(QuickSort, SortsWhereNoFlatCopyFits) {
@@ -253,6 +268,10 @@ TEST_F(QuickSort, ReadsZeroBeyondTheSizeAndGrowsWhereItWrites) {
   EXPECT_TRUE(quickSort(inOrder, 2046, 2049, compare));
   EXPECT_EQ(inOrder.Size(), 4096) << "writing what stands there grows it too";
   EXPECT_EQ(inOrder.Block(1), nullptr);
+  IntArray larger(3 * 2048);
+  larger.Set(3 * 2048 - 1, 5);
+  EXPECT_TRUE(quickSort(larger, 3 * 2048 - 1, 3 * 2048, compare));
+  EXPECT_EQ(larger.Size(), 6 * 2048) << "it grows as large arrays do";
 }
 
 TEST_F(QuickSort, TakesABlockOnlyForWhatIsNotZero) {
@@ -286,6 +305,29 @@ TEST_F(QuickSort, TakesItsStackFromThePoolOnce) {
   tests::FakeHeap heap;
   quickSort(index.data(), 0, 999, Recorder::call, &compare);
   EXPECT_THAT(heap.sizes, IsEmpty());
+}
+
+// Each comparison of `depth` sorts six more.
+int32_t sortDeeper(int32_t a, int32_t b, void* depth) {
+  int left = *static_cast<int*>(depth);
+  if (--left > 0) {
+    int32_t inner[] = {1, 2, 3, 4, 5, 6};
+    const QuickSortFunction compare = left == 1 ? Recorder::call : sortDeeper;
+    Recorder last;
+    quickSort(inner, 0, 5, compare, left == 1 ? static_cast<void*>(&last) : &left);
+  }
+  return a - b;
+}
+
+TEST_F(QuickSort, MakesStacksWithFortyPlacesWhenThePoolHasNone) {
+  int depth = 5;  // sorts that are open at once
+  int32_t index[] = {1, 2, 3, 4, 5, 6};
+  tests::FakeHeap heap;
+  quickSort(index, 0, 5, sortDeeper, &depth);
+  for (const size_t bytes : heap.sizes) {
+    EXPECT_THAT(bytes, testing::AnyOf(41 * sizeof(int32_t),  // a stack; the rest is the pool's room
+                                      3 * sizeof(void*), 6 * sizeof(void*)));
+  }
 }
 
 TEST_F(QuickSort, MayBeUsedWithinAComparison) {
