@@ -1,5 +1,7 @@
 #include "components/pythonscript/pythonblocks.h"
 
+#include "components/pythonscript/pythonclass.h"
+
 namespace py = pybind11;
 
 namespace {
@@ -37,13 +39,13 @@ PythonBlock PythonBlocks::next() {
 }
 
 void PythonBlocks::define(py::module_& module) {
-  py::class_<PythonBlock>(module, "Block", "Points that lie in one piece.")
+  PythonClass<PythonBlock>(module, "Block", "Points that lie in one piece.")
       .def_readonly("first", &PythonBlock::first, "The number of the first point, from 0.")
       .def_readonly("points", &PythonBlock::points, "The coordinates, (n, 3), to read and write.")
       .def_readonly("colors", &PythonBlock::colors,
                     "The colours, (n, 3), 0 to 255, to read and write; None without colours.")
       .def("__len__", [](const PythonBlock& block) { return block.points.shape(0); });
-  py::class_<PythonBlocks>(module, "Blocks")
+  PythonClass<PythonBlocks>(module, "Blocks", "Walks the storage of a cloud.")
       .def("__iter__", [](PythonBlocks& self) -> PythonBlocks& { return self; })
-      .def("__next__", &PythonBlocks::next);
+      .def("__next__", onPythonObject(&PythonBlocks::next));
 }

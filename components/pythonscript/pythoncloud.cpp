@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "components/pythonscript/pythonblocks.h"
+#include "components/pythonscript/pythonclass.h"
 #include "components/pythonscript/pythonerrors.h"
 #include "components/pythonscript/pythontext.h"
 #include "interfaces/IPointClouds.h"
@@ -66,11 +67,17 @@ void expectRows(const py::array& array, int64_t rows, int dimensions) {
   }
 }
 
+double realOf(const py::object& value) {
+  const double number = PyFloat_AsDouble(value.ptr());
+  if (PyErr_Occurred() != nullptr) throw py::error_already_set();
+  return number;
+}
+
 // Numbers of another type that are no colours would come out as others.
 void expectColors(const py::array& rows) {
   if (rows.size() == 0) return;
-  const auto least = py::cast<double>(rows.attr("min")());
-  const auto most = py::cast<double>(rows.attr("max")());
+  const auto least = realOf(rows.attr("min")());
+  const auto most = realOf(rows.attr("max")());
   if (!(least >= 0 && most < 256)) raisePython(PyExc_ValueError, "colours go from 0 to 255");
 }
 
@@ -158,9 +165,9 @@ void PythonCloud::setSelection(const py::object& value) const {
 
 void PythonCloud::define(py::module_& module) {
   PythonBlocks::define(module);
-  py::class_<PythonCloud>(module, "Cloud", "A point cloud of the document.")
-      .def_property_readonly("name", &PythonCloud::name)
-      .def("__len__", &PythonCloud::count)
+  PythonClass<PythonCloud>(module, "Cloud", "A point cloud of the document.")
+      .def_property_readonly("name", onPythonObject(&PythonCloud::name))
+      .def("__len__", onPythonObject(&PythonCloud::count))
       .def("__repr__",
            [](const PythonCloud& self) {
              return py::str("<cowl.Cloud {!r}, {} points>").format(self.name(), self.count());
@@ -169,16 +176,17 @@ void PythonCloud::define(py::module_& module) {
           "blocks", [](const PythonCloud& self) { return PythonBlocks(self.object()->blocks()); },
           "Walks the storage in blocks, to read and write without a copy.")
       .def_property(
-          "points", &PythonCloud::points, &PythonCloud::setPoints,
+          "points", onPythonObject(&PythonCloud::points), onPythonObject(&PythonCloud::setPoints),
           "All coordinates, (n, 3): the storage itself where it lies in one piece, else a "
           "copy that is not writable. Assigning an array writes all of them.")
-      .def_property("colors", &PythonCloud::colors, setColors,
+      .def_property("colors", onPythonObject(&PythonCloud::colors), setColors,
                     "All colours, (n, 3), 0 to 255: the storage itself. None without colours.")
-      .def_property("selection", &PythonCloud::selection, &PythonCloud::setSelection,
+      .def_property("selection", onPythonObject(&PythonCloud::selection),
+                    onPythonObject(&PythonCloud::setSelection),
                     "A flag for each point: a copy. Assigning an array selects.")
       .def_property_readonly(
           "selected_count", [](const PythonCloud& self) { return self.object()->selectedCount(); });
-  py::class_<PythonDocument>(module, "Document", "The clouds of the document, in their order.")
+  PythonClass<PythonDocument>(module, "Document", "The clouds of the document, in their order.")
       .def("__len__", [](const PythonDocument&) { return cloudCount(); })
       .def("__getitem__",
            [](const PythonDocument&, const py::object& key) { return PythonCloud::of(key); })

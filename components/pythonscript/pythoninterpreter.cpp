@@ -5,6 +5,7 @@
 
 #include <csignal>
 
+#include "components/pythonscript/pythonclass.h"
 #include "components/pythonscript/pythonmodule.h"
 #include "components/pythonscript/pythonrunner.h"
 #include "components/pythonscript/pythontext.h"
@@ -82,6 +83,7 @@ OroString PythonInterpreter::start() {
   status = initialize();
   if (PyStatus_Exception(status)) return startFailure(status);
   try {
+    guardPythonBase();
     py::dict names;
     names["__builtins__"] = py::module_::import("builtins");
     py::exec(pythonRunnerSource, names);

@@ -37,19 +37,42 @@ void fill(py::module_& module) {
              "The text of an English key in the user's language; arguments fill %1 onward.");
 }
 
-// No exception may reach the interpreter.
-PyObject* makeModule() {
-  static py::module_::module_def definition;
+// The classes and exceptions are those of one interpreter; in another one they would wait for the
+// lock of the first for good.
+bool isMainInterpreter() {
+  if (PyInterpreterState_Get() == PyInterpreterState_Main()) return true;
+  OroString text;
+  oroTranslate(text, "the module cowl is for the main interpreter alone");
+  PyErr_SetString(PyExc_ImportError, text.toUtf8());
+  return false;
+}
+
+// Fills the module. One that is imported once more, under whatever circumstances, gets what the
+// first has: the classes are made once. No exception may reach the interpreter.
+int fillModule(PyObject* made) {
+  static PyObject* contents = nullptr;  // of the first, for the life of the process
+  if (!isMainInterpreter()) return -1;
+  if (contents != nullptr) return PyDict_Merge(PyModule_GetDict(made), contents, 0);
   try {
-    py::module_ module = py::module_::create_extension_module("cowl", nullptr, &definition);
+    auto module = py::reinterpret_borrow<py::module_>(made);
     fill(module);
-    return module.release().ptr();
+    contents = PyDict_Copy(PyModule_GetDict(made));
+    return contents != nullptr ? 0 : -1;
   } catch (py::error_already_set& error) {
     error.restore();
   } catch (const std::exception& error) {
     PyErr_SetString(PyExc_ImportError, error.what());
   }
-  return nullptr;
+  return -1;
+}
+
+PyObject* makeModule() {
+  static PyModuleDef_Slot slots[] = {{Py_mod_exec, reinterpret_cast<void*>(fillModule)},
+                                     {0, nullptr}};
+  // With a byte of state the interpreter does not fill it again.
+  static PyModuleDef definition = {
+      PyModuleDef_HEAD_INIT, "cowl", nullptr, 1, nullptr, slots, nullptr, nullptr, nullptr};
+  return PyModuleDef_Init(&definition);
 }
 
 }  // namespace

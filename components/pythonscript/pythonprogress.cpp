@@ -1,5 +1,8 @@
 #include "components/pythonscript/pythonprogress.h"
 
+#include <memory>
+
+#include "components/pythonscript/pythonclass.h"
 #include "components/pythonscript/pythonerrors.h"
 #include "components/pythonscript/pythontext.h"
 #include "interfaces/IGuiBusyState.h"
@@ -49,14 +52,16 @@ void PythonProgress::update(const py::object& value) {
 }
 
 void PythonProgress::define(py::module_& module) {
-  py::class_<PythonProgress>(module, "progress", "A long step, shown while its block runs.")
-      .def(py::init<const py::object&>(), py::arg("text"))
+  PythonClass<PythonProgress>(module, "Step", "A long step, shown while its block runs.")
       .def("__enter__",
            [](PythonProgress& self) -> PythonProgress& {
              self.enter();
              return self;
            })
       .def("__exit__", [](PythonProgress& self, const py::args&) { self.leave(); })
-      .def("update", &PythonProgress::update, py::arg("fraction"),
+      .def("update", onPythonObject(&PythonProgress::update), py::arg("fraction"),
            "Shows how far the step is, from 0 to 1; raises Cancelled when it is to stop.");
+  module.def(
+      "progress", [](const py::object& text) { return std::make_unique<PythonProgress>(text); },
+      py::arg("text"), "A step of that name; it runs while its block does.");
 }

@@ -3,6 +3,7 @@
 #include <limits>
 #include <string>
 
+#include "components/pythonscript/pythonclass.h"
 #include "components/pythonscript/pythonerrors.h"
 #include "components/pythonscript/pythontext.h"
 #include "interfaces/IDataStore.h"
@@ -174,12 +175,13 @@ void PythonSettings::declare(const py::object& path, const py::object& value) co
 }
 
 void PythonSettings::define(py::module_& module) {
-  py::class_<PythonSettings>(module, "Settings")
-      .def("__getitem__", &PythonSettings::item)
-      .def("__setitem__", &PythonSettings::set)
-      .def("__contains__", &PythonSettings::contains)
-      .def("get", &PythonSettings::get, py::arg("path"), py::arg("default") = py::none())
-      .def("declare", &PythonSettings::declare, py::arg("path"), py::arg("value"),
+  PythonClass<PythonSettings>(module, "Settings", "The settings of the application.")
+      .def("__getitem__", onPythonObject(&PythonSettings::item))
+      .def("__setitem__", onPythonObject(&PythonSettings::set))
+      .def("__contains__", onPythonObject(&PythonSettings::contains))
+      .def("get", onPythonObject(&PythonSettings::get), py::arg("path"),
+           py::arg("default") = py::none())
+      .def("declare", onPythonObject(&PythonSettings::declare), py::arg("path"), py::arg("value"),
            "Makes a setting for this run, of the value's kind, unless it is there.");
   module.attr("settings") = PythonSettings();
 }

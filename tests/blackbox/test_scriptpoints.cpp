@@ -154,6 +154,144 @@ TEST_F(ScriptPoints, SelectionsAndColoursAreSetFromArrays) {
             "[254 254 254]\n");
 }
 
+// Runs each line and prints what it raises, or what it is when it raises nothing.
+constexpr const char* kTryEach =
+    "import copy, copyreg, numpy, pickle, sys\nc = cowl.document[0]\nstep = cowl.progress('a')\n"
+    "block = next(c.blocks())\n"
+    "kinds = [type(x) for x in (c, block, c.blocks(), cowl.document, cowl.settings, step)]\n"
+    "def tell(what, *values):\n"
+    "    try: print('->', what(*values))\n"
+    "    except Exception as error: print(type(error).__name__)\n";
+
+TEST_F(ScriptPoints, NoObjectIsMadeOfAClassOfTheModule) {
+  EXPECT_EQ(output(std::string(kTryEach) +
+                   "for k in kinds:\n"
+                   "    for make in (k, lambda: k.__new__(k), lambda: copyreg.__newobj__(k),\n"
+                   "                 lambda: object.__new__(k), lambda: type('D', (k,), {}),\n"
+                   "                 lambda: type(k)('D', (k,), {})):\n"
+                   "        tell(make)\n"
+                   "base = cowl.Cloud.__base__\n"
+                   "tell(base)\ntell(base.__new__, base)\ntell(type(base)('D', (base,), {}))\n"
+                   "print(len(c), len(block), step.update(0.5))\n"),
+            [] {
+              std::string all;
+              for (int i = 0; i < 6 * 6 + 3; ++i) all += "TypeError\n";
+              return all + "3000 1023 None\n";
+            }());
+}
+
+TEST_F(ScriptPoints, AnObjectOfTheModuleIsNeitherCopiedNorPickled) {
+  EXPECT_EQ(output(std::string(kTryEach) +
+                   "for x in (c, block, c.blocks(), cowl.document, cowl.settings, step):\n"
+                   "    for make in (copy.copy, copy.deepcopy, pickle.dumps): tell(make, x)\n"),
+            [] {
+              std::string all;
+              for (int i = 0; i < 6 * 3; ++i) all += "TypeError\n";
+              return all;
+            }());
+}
+
+TEST_F(ScriptPoints, AnObjectOfTheModuleStaysWhatItIs) {
+  EXPECT_EQ(output(std::string(kTryEach) +
+                   "tell(setattr, block, '__class__', cowl.Cloud)\n"
+                   "tell(setattr, c, '__class__', cowl.Block)\n"
+                   "tell(setattr, cowl.Cloud, 'points', 5)\ntell(delattr, cowl.Cloud, 'points')\n"
+                   "tell(setattr, cowl.Cloud, '__bases__', (cowl.Block,))\n"
+                   "tell(c.__init__)\nprint(c, c.points.shape)\n"),
+            "TypeError\nTypeError\nTypeError\nTypeError\nTypeError\nTypeError\n"
+            "<cowl.Cloud 'in', 3000 points> (3000, 3)\n");
+}
+
+TEST_F(ScriptPoints, NothingIsAskedOfWhatIsNoObjectOfItsClass) {
+  // All that the classes define themselves; None for each value that is wanted.
+  const std::string text =
+      output(std::string(kTryEach) +
+             "for k in kinds:\n"
+             "    for name, value in vars(k).items():\n"
+             "        calls = [getattr(value, 'fget', None), getattr(value, 'fset', None)]\n"
+             "        calls += [value] if callable(value) else []\n"
+             "        for call in calls:\n"
+             "            if call is None: continue\n"
+             "            for wrong in (None, 5, object(), cowl):\n"
+             "                for values in ((), (None,), (None, None)):\n"
+             "                    try: call(wrong, *values)\n"
+             "                    except TypeError: continue\n"
+             "                    print('taken', k, name, wrong, values)\n"
+             "print('end')\n");
+  EXPECT_EQ(text, "end\n");
+}
+
+TEST_F(ScriptPoints, TheModuleIsTheSameHoweverOftenItIsImported) {
+  EXPECT_EQ(output("import importlib, sys\nc = cowl.document[0]\nimportlib.reload(cowl)\n"
+                   "print(cowl.document[0].name)\ndel sys.modules['cowl']\nimport cowl as again\n"
+                   "print(again is cowl, isinstance(c, again.Cloud), again.Error is cowl.Error)\n"
+                   "try: again.thin(-1)\nexcept again.Error: print('error')\n"),
+            "in\nFalse True True\nerror\n");
+  EXPECT_TRUE(holds(errors("import _xxsubinterpreters as others\none = others.create()\n"
+                           "others.run_string(one, 'import cowl')\n"),
+                    "the module cowl is for the main interpreter alone"));
+}
+
+TEST_F(ScriptPoints, ArraysOfEveryTypeAndFormAreTakenRightOrRefused) {
+  EXPECT_EQ(output(std::string(kTryEach) +
+                   "n = len(c)\n"
+                   "for of in ('points', 'colors', 'selection'):\n"
+                   "    told = []\n"
+                   "    for kind in 'f2 f4 >f8 g i1 u8 ? O V8'.split():\n"
+                   "        values = numpy.zeros(n if of == 'selection' else (n, 3), kind)\n"
+                   "        try: setattr(c, of, values)\n"
+                   "        except (TypeError, ValueError): told.append(kind)\n"
+                   "    print(of, numpy.count_nonzero(getattr(c, of)), *told)\n"
+                   "rows = numpy.arange(6 * n, dtype='f8').reshape(2 * n, 3)[::-2]\n"
+                   "rows.flags.writeable = False\n"
+                   "c.points = rows\nprint(numpy.array_equal(c.points, rows))\n"
+                   "c.points = rows.T.copy().T\nprint(numpy.array_equal(c.points, rows))\n"
+                   "c.colors = numpy.broadcast_to(numpy.uint8(3), (n, 3))\nprint(c.colors[n - 1])\n"
+                   "c.selection = numpy.frombuffer(bytes([0, 255, 2]) * (n // 3), bool)\n"
+                   "print(c.selected_count)\n"),
+            "points 0 V8\ncolors 0 V8\nselection 0\nTrue\nTrue\n[3 3 3]\n2000\n");
+}
+
+TEST_F(ScriptPoints, AValueThatChangesTheDocumentWhileItIsTakenDoesNoHarm) {
+  EXPECT_EQ(
+      output("import numpy\nc = cowl.document[0]\n"
+             "class Rows:\n"
+             "    def __array__(self, *_, **__): cowl.thin(5); return numpy.zeros((3000, 3))\n"
+             "for of in ('points', 'colors'):\n"
+             "    try: setattr(c, of, Rows())\n"
+             "    except ValueError as error: print(error)\n"
+             "cowl.open('in.xyz')\ngone = cowl.document[1]\n"
+             "class Number:\n"
+             "    def __float__(self): cowl.merge(); return 1.0\n"
+             "print(cowl.translate(cloud=gone, by=(Number(), 0, 0)), len(cowl.document))\n"
+             "print(len(gone), gone.points.shape, gone.selection.shape, gone.selected_count)\n"
+             "class Deeper:\n"
+             "    def __float__(self): return cowl.thin(Deeper())\n"
+             "try: cowl.thin(Deeper())\nexcept RecursionError: print('too deep')\n"),
+      "the array has another shape than the cloud, which has 5 points\n"
+      "the array has another shape than the cloud, which has 5 points\n"
+      "None 1\n3000 (3000, 3) (3000,) 0\ntoo deep\n");
+}
+
+TEST_F(ScriptPoints, ThreadsOfAScriptTakeTurns) {
+  EXPECT_EQ(output("import numpy, sys, threading\nc = cowl.document[0]\n"
+                   "def change(work):\n"
+                   "    for _ in range(30):\n"
+                   "        try: work()\n"
+                   "        except ValueError: pass  # another shape, by now\n"
+                   "def grow(): cowl.open('in.xyz'); cowl.merge(); cowl.thin(3000)\n"
+                   "def move(): c.points = numpy.zeros((len(c), 3))\n"
+                   "def paint(): c.colors = None; c.colors = numpy.zeros((len(c), 3), 'u1')\n"
+                   "def look(): c.selection; [b.points.sum() for b in c.blocks()]\n"
+                   "sys.setswitchinterval(1e-6)\n"
+                   "all = [threading.Thread(target=change, args=(work,))\n"
+                   "       for work in (grow, move, paint, look)]\n"
+                   "for each in all: each.start()\n"
+                   "for each in all: each.join()\n"
+                   "print(len(cowl.document), cowl.thin(3000)['after'])\n"),
+            "1 3000\n");
+}
+
 // The interrupt of somebody at the terminal, `delay` seconds from now.
 std::string interruptIn(const std::string& delay) {
   return "import os, subprocess\nsubprocess.Popen(['sh', '-c', 'sleep " + delay +
