@@ -21,7 +21,7 @@
 using QuickSortFunction = int32_t (*)(int32_t a, int32_t b, void* context);
 
 // Each is false, and does nothing, when `first` is not below `last`. An array reads as 0 beyond its
-// size and grows where the sort writes there.
+// size and grows where the sort writes there; a range of one begins at 0 or above.
 bool quickSort(OroMM::IntArray& index, int32_t first, int32_t last, QuickSort_Compare& compare);
 bool quickSort(OroMM::IntArray& index, int32_t first, int32_t last, QuickSort_Compare& compare,
                OroIntList& stack);

@@ -79,8 +79,18 @@ TEST(OroBlockTable, IsFreedBlockByBlock) {
 }
 
 TEST(OroBlockTable, IsClearedWhenAsked) {
+  tests::FakeHeap heap;
+  heap.fillsBlocks = true;
   Table table(block + 10);
   for (int32_t i = 0; i < table.size; ++i) ASSERT_EQ(table.at(i), 0);
+  table.resize(2 * block + 10, -1, true);
+  for (int32_t i = 0; i < table.size; ++i) ASSERT_EQ(table.at(i), 0);
+  table.resize(3 * block + 10, -1, false);
+  EXPECT_EQ(table.at(2 * block + 9), 0);
+  EXPECT_EQ(table.at(3 * block - 1), 0) << "the rest of the block that was the last";
+  EXPECT_NE(table.at(3 * block), 0) << "nobody asked for zeros";
+  Table raw(10, false);
+  EXPECT_NE(raw.at(9), 0);
   table.fill();
   OroBlockArray::ClearAll(table.blocks, 4, shift, table.size, false);
   EXPECT_TRUE(table.holdsFirst(table.size));
@@ -165,6 +175,7 @@ TEST(OroBlockTableResize, GrowsTheLastBlockAlone) {
   Table table(block + 1);
   table.fill();
   tests::FakeHeap heap;
+  heap.fillsBlocks = true;
   table.resize(block + 4, -1, false);
   EXPECT_THAT(heap.sizes, ElementsAre(16));
   EXPECT_EQ(heap.reallocations, 1);
@@ -241,7 +252,10 @@ TEST(OroBlockArray, HasItsFieldsInOrder) {
 }
 
 TEST(OroBlockArray, IsMadeForALargestIndex) {
+  tests::FakeHeap heap;
+  heap.fillsBlocks = true;
   EXPECT_EQ(OroBlockArray(4095).Size(), 4096);
+  EXPECT_EQ(OroBlockArray(4095).Get(4095), 0);
   EXPECT_EQ(OroBlockArray(4095).TableCapacity(), 1);
   EXPECT_EQ(OroBlockArray(4096).TableCapacity(), 2);
   EXPECT_EQ(OroBlockArray().Size(), 0);
