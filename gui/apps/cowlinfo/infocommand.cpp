@@ -12,6 +12,7 @@
 #include "gui/apps/cowlinfo/settingsinfo.h"
 #include "orobasictypes/orofilereader.h"
 #include "orobasictypes/oropath.h"
+#include "platform/files.h"
 #include "platform/filestatus.h"
 #include "platform/streams.h"
 #include "platform/text.h"
@@ -29,8 +30,8 @@ constexpr std::string_view kUsage =
     "  --description  an application description: its components, each loaded in turn\n"
     "  --help         this text\n"
     "  --version      the version\n\n"
-    "Status: 0 all is well, 1 bad options, 2 a file cannot be read or is damaged,\n"
-    "3 something is wrong with what a description names.\n";
+    "Status: 0 all is well, 1 bad options, 2 a file cannot be read or is damaged or\n"
+    "the output was not taken, 3 something is wrong with what a description names.\n";
 
 enum class Kind { guess, points, model, settings, description };
 
@@ -98,7 +99,9 @@ int statusOf(const InfoReport& report, Kind kind) {
 std::string obstacle(const OroPath& path) {
   platform::FileStatus status;
   if (!platform::fileStatus(path.wideText(), status)) return infoText("not found");
-  return status.isDirectory ? infoText("is a directory") : std::string();
+  if (status.isDirectory) return infoText("is a directory");
+  // A pipe may never come to an end, and gives its bytes once.
+  return platform::isFile(path.wideText()) ? std::string() : infoText("is no plain file");
 }
 
 // A file of the command line.
@@ -137,6 +140,18 @@ bool needsComponents(const Item& item) {
   return item.missing.empty() && (item.kind == Kind::points || item.kind == Kind::settings);
 }
 
+// Of what standard output did not take somebody has to hear.
+int outputStatus() {
+  if (InfoReport::outputProblem().empty()) return kInfoGood;
+  platform::writeStandardError("cowlinfo: standard output: " + InfoReport::outputProblem() + "\n");
+  return kInfoUnreadable;
+}
+
+int print(std::string_view text) {
+  InfoReport::print(text);
+  return outputStatus();
+}
+
 int showAll(const Request& request) {
   std::vector<Item> items;
   for (const std::string& file : request.files) items.emplace_back(request, file);
@@ -148,7 +163,7 @@ int showAll(const Request& request) {
   if (std::any_of(items.begin(), items.end(), needsComponents)) session.loadComponents();
   int status = kInfoGood;
   for (const Item& item : items) status = std::max(status, show(session, item));
-  return status;
+  return std::max(status, outputStatus());
 }
 
 }  // namespace
@@ -168,11 +183,9 @@ int runInfo(const std::vector<std::string>& arguments) {
     } else if (argument == "--") {
       onlyFiles = true;
     } else if (argument == "--help") {
-      platform::writeStandardOutput(kUsage);
-      return kInfoGood;
+      return print(kUsage);
     } else if (argument == "--version") {
-      platform::writeStandardOutput("cowlinfo " COWL_INFO_VERSION "\n");
-      return kInfoGood;
+      return print("cowlinfo " COWL_INFO_VERSION "\n");
     } else if (kindOption(argument) != Kind::guess) {
       request.kind = kindOption(argument);
     } else {

@@ -5,9 +5,8 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
-
-#include "platform/streams.h"
 
 struct InfoReport {
   std::string lines;                  // UTF-8, each with its line feed; what is not shown yet
@@ -18,11 +17,12 @@ struct InfoReport {
   void line(size_t indent, const std::string& text) {
     lines.append(indent * 2, ' ').append(text).append("\n");
   }
-  void showLines() {
-    shown = hasLines();
-    platform::writeStandardOutput(lines);
-    lines.clear();
-  }
+  void showLines();
+
+  // Writes to standard output.
+  static void print(std::string_view text);
+  // Why standard output did not take something; empty when it took all.
+  static const std::string& outputProblem();
 
   bool shown = false;  // some lines were
 };

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -24,8 +25,12 @@ using tests::plainLines;
 class CowlinfoRun : public testing::Test {
  protected:
   ChildResult run(const std::vector<std::string>& arguments) {
-    const ChildResult result = tests::runChild(
-        {tests::stageDir() / tests::programFileName("cowlinfo"), arguments, {}, folder_.path()});
+    // As a session on Linux begins, which names no temporary folder.
+    const ChildResult result =
+        tests::runChild({tests::stageDir() / tests::programFileName("cowlinfo"),
+                         arguments,
+                         {{"TEMP", std::nullopt}, {"TMP", std::nullopt}},
+                         folder_.path()});
     EXPECT_TRUE(result.started);
     EXPECT_FALSE(result.timedOut);
     return {result.started, result.timedOut, result.exitCode, plainLines(result.output),
@@ -256,6 +261,13 @@ TEST_F(CowlinfoRun, WhatIsNoFileIsSaid) {
   EXPECT_EQ(some.exitCode, 2);
   EXPECT_EQ(some.errors, "cowlinfo: absent.xyz: not found\ncowlinfo: folder.xyz: is a directory\n");
   EXPECT_THAT(some.output, HasSubstr("\"in\": 1 point\n"));
+}
+
+TEST_F(CowlinfoRun, NothingIsMadeBesideTheFile) {
+  folder_.write("in.xyz", "1 2 3\n");
+  EXPECT_EQ(run({"in.xyz"}).exitCode, 0);
+  const std::filesystem::directory_iterator entries(folder_.path());
+  EXPECT_EQ(std::distance(begin(entries), end(entries)), 1);
 }
 
 TEST_F(CowlinfoRun, ADamagedDescriptionIsSaidWithItsLine) {
