@@ -33,7 +33,7 @@ constexpr PointParameter kSelect[] = {
     {"mode", oroKey("new, add, remove, keep, all, none or invert; new when left out"), 0, 0},
 };
 constexpr PointParameter kSnapshot[] = {
-    {"file", oroKey("name of the PNG file"), 0, 0, true},
+    {"file", oroKey("name of the PNG file, which ends in .png"), 0, 0, true},
     {"view", oroKey("top, front or side; top when left out"), 0, 0},
     {"color", oroKey("rgb or height; rgb, where there are colours, when left out"), 0, 0},
     {"size", oroKey("width and height of the picture in pixels; 800 and 600 when left out"), 2, 2},

@@ -140,6 +140,9 @@ bool pointcommands::snapshot(PointCommandRun& run) {
     return run.fail("The edges of a picture are whole numbers from 1 to 16384");
   }
   if (path.isEmpty()) return run.fail(kNoName);
+  if (!(path.extension().toLower() == "png")) {
+    return run.fail("Pictures are written as .png files alone, not as %1", oroShownPath(path));
+  }
   PointBounds bounds;
   run.forEach([&](PointSet& set) { return bounds.add(set), true; });
   PointPicture picture(size != nullptr ? static_cast<int>(size[0]) : 800,

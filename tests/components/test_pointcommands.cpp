@@ -465,6 +465,20 @@ TEST_F(PointCommandsTest, RefusesPicturesWithoutSense) {
             "The edges of a picture are whole numbers from 1 to 16384");
 }
 
+TEST_F(PointCommandsTest, APictureIsWrittenUnderAPngNameAlone) {
+  line(2);
+  for (const char* name : {"a.PNG", "a.b.Png"}) {
+    EXPECT_EQ(run("snapshot", {}, {{"file", pathOf(name)}}), "") << name;
+    EXPECT_EQ(folder_.read(name).substr(1, 3), "PNG") << name;
+  }
+  for (const char* name : {"h.jpg", "h.JPG", "h.pngx", "h.png.bmp", "h.apng", "h.", "h", "png"}) {
+    EXPECT_THAT(run("snapshot", {}, {{"file", pathOf(name)}}),
+                testing::MatchesRegex("Pictures are written as .png files alone, not as .*" +
+                                      std::string(name)));
+    EXPECT_FALSE(std::filesystem::exists(folder_.file(name))) << name;
+  }
+}
+
 TEST_F(PointCommandsTest, APictureIsAFileOfItsSize) {
   line(100, std::vector<PointColor>(100, {255, 0, 0}));
   EXPECT_EQ(run("snapshot", {{"size", {300, 200}}}, {{"file", pathOf("a.png")}}), "");
