@@ -391,6 +391,7 @@ inline void BitVector::flipItems(uint32_t* words, int32_t n) {
 template <class Visit>
 [[gnu::always_inline]] inline void BitVector::ForEachSet(Visit&& visit) const {
   const int32_t end = wordCount();
+  if (isSmall()) return bitwords::forEachSet(bvwords_, end, 0, visit);
   for (int32_t word = 0; word < end;) {
     const Stretch part = stretch(word, end);
     if (part.words != nullptr) bitwords::forEachSet(part.words, part.count, word * 32, visit);
