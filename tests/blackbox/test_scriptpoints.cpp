@@ -132,6 +132,22 @@ TEST_F(ScriptPoints, AnEmptyCloudHasEmptyArrays) {
             "(0, 3) [] (0,) {'points': 0}\n");
 }
 
+TEST_F(ScriptPoints, BoundsPassOverWhatIsNoNumberAndWithoutAPointThereIsNoBox) {
+  EXPECT_EQ(output("import numpy\nc = cowl.document[0]\npoints = numpy.full((3000, 3), numpy.nan)\n"
+                   "def tell(): print(cowl.bounds(), sorted(cowl.info()))\n"
+                   "c.points = points\ntell()\n"
+                   "points[7] = (numpy.inf, 1, 1)\nc.points = points\ntell()\n"
+                   "points[8:10] = (1, 2, 3), (3, 1, 4)\nc.points = points\ntell()\n"
+                   "cowl.select(mode='all')\nprint(cowl.bounds(selected=1)['points'])\n"
+                   "c.selection = numpy.arange(3000) < 8\nprint(cowl.bounds(selected=1))\n"
+                   "try: cowl.bounds(1)['min']\nexcept KeyError as error: print(error)\n"),
+            "{'points': 0} ['clouds', 'colored', 'points', 'selected']\n"
+            "{'points': 0} ['clouds', 'colored', 'points', 'selected']\n"
+            "{'points': 2, 'min': (1.0, 1.0, 3.0), 'max': (3.0, 2.0, 4.0)} "
+            "['clouds', 'colored', 'max', 'min', 'points', 'selected']\n"
+            "2\n{'points': 0}\n'min'\n");
+}
+
 TEST_F(ScriptPoints, SelectionsAndColoursAreSetFromArrays) {
   EXPECT_EQ(output("import numpy\nc = cowl.document[0]\nc.selection = numpy.arange(3000) % 2 == 0\n"
                    "print(c.selected_count, c.selection[:3])\n"
