@@ -109,6 +109,11 @@ bool oroStat(const OroString& path, platform::FileStatus& status) {
   return platform::fileStatus(systemPath(path), status);
 }
 
+bool oroIsSameFile(const OroString& one, const OroString& other) {
+  return platform::isFile(systemPath(one)) &&
+         platform::isSameFile(systemPath(one), systemPath(other));
+}
+
 bool oroCopyDirectory(const OroPath& from, const OroPath& to) {
   return platform::isDirectory(systemPath(from)) && to.makeDirectory(true) &&
          copyTree(systemPath(from), systemPath(to));

@@ -34,6 +34,10 @@ bool oroUnlink(const OroString& path);
 // False, and nothing stored, if there is no such file.
 bool oroStat(const OroString& path, platform::FileStatus& status);
 
+// True if both paths lead to one plain file, by whatever names. A device is a file of its own each
+// time it is opened.
+bool oroIsSameFile(const OroString& one, const OroString& other);
+
 // Copies all files of a tree, and makes directories that are missing. Files that exist are
 // overwritten, links are left out. Ends with false at the first failure; what was copied stays.
 bool oroCopyDirectory(const OroPath& from, const OroPath& to);

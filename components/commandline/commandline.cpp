@@ -1,9 +1,12 @@
 #include "components/commandline/commandline.h"
 
 #include <algorithm>
+#include <string_view>
 
 #include "components/commandline/runoutcome.h"
 #include "interfaces/IDataStore.h"
+#include "orobasictypes/orofile.h"
+#include "orobasictypes/oropath.h"
 #include "orobasictypes/orosystemtext.h"
 #include "orobasictypes/orotranslate.h"
 #include "orobasictypes/sptr.h"
@@ -38,6 +41,7 @@ namespace {
 
 constexpr const char* kBatchDirectory = "Advanced/Batch Processing";
 constexpr const char* kExitStatusOption = "-exitstatus";
+constexpr const char* kLogOption = "-logfile";
 
 int32_t refusalStatus = 0;  // of the last command line
 
@@ -49,7 +53,7 @@ std::span<const CommandLine::Option> CommandLine::options() {
       {"-input", Value::text, "Scripting/Input File"},
       {"-output", Value::text, "Scripting/Output File"},
       {"-progress", Value::onOff, "GUI/CommandLine Progress Window"},
-      {"-logfile", Value::text, "GUI/CommandLine Log File"},
+      {kLogOption, Value::text, "GUI/CommandLine Log File"},
       {"-batch", Value::none, "Advanced/Batch Processing/Enabled"},
       {"-inputDir", Value::text, "Advanced/Batch Processing/Input Directory"},
       {"-outputDir", Value::text, "Advanced/Batch Processing/Output Directory"},
@@ -107,6 +111,7 @@ bool CommandLine::take(int32_t argc, const OroString* argv) {
     }
     if (!read(*option, value)) return false;
   }
+  if (!keepsLogApart()) return false;
   SPtr<IDataStore> store;
   if (store && apply(*store)) return true;
   return changes_.empty() || refuse("The settings for the command line are missing", OroString());
@@ -131,6 +136,28 @@ bool CommandLine::read(const Option& option, const OroString& value) {
     number = value.at(0) - u'0';
   }
   changes_.push_back({&option, value, number});
+  return true;
+}
+
+// The value that counts; empty when the option is not there.
+const OroString& CommandLine::asked(const char* option) const {
+  for (auto change = changes_.rbegin(); change != changes_.rend(); ++change) {
+    if (std::string_view(change->option->name) == option) return change->text;
+  }
+  return OroString::empty();
+}
+
+// The records are written from the start on, in place of what the run is about to read, and what it
+// saves takes theirs.
+bool CommandLine::keepsLogApart() {
+  const OroString& log = asked(kLogOption);
+  if (log.isEmpty() || log == "stdout" || log == "stderr") return true;
+  for (const char* const option : {"-input", "-script", "-output"}) {
+    const OroString& file = asked(option);
+    if (file.isEmpty()) continue;
+    if (OroPath(log).compareOrdinal(OroPath(file)) != 0 && !oroIsSameFile(log, file)) continue;
+    return refuse("The options %1 and %2 name one file", OroString(option), OroString(kLogOption));
+  }
   return true;
 }
 

@@ -49,6 +49,8 @@ class CommandLine : public ICmdLine {
   static const Option* findOption(const OroString& name);
   bool take(int32_t argc, const OroString* argv);
   bool read(const Option& option, const OroString& value);
+  const OroString& asked(const char* option) const;
+  bool keepsLogApart();
   bool apply(IDataStore& store) const;
   bool refuse(const char* key, const OroString& a1, const OroString& a2 = OroString());
 

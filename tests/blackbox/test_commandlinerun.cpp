@@ -51,6 +51,16 @@ class CommandLineRun : public testing::Test {
   tests::TempFolder folder_;
 };
 
+TEST_F(CommandLineRun, TheInputIsNotTakenForTheLog) {
+  const ChildResult result =
+      run({"-input", "in.xyz", "-output", "out.xyz", "-logfile", "./in.xyz", "-exitstatus"});
+  EXPECT_EQ(result.exitCode, 5);
+  EXPECT_NE(result.errors.find("The options -input and -logfile name one file"), std::string::npos)
+      << result.errors;
+  EXPECT_EQ(folder_.read("in.xyz"), kPoints);
+  EXPECT_FALSE(exists("out.xyz"));
+}
+
 TEST_F(CommandLineRun, OpensAndSavesAndEndsWithOne) {
   const ChildResult result = run({"-input", "in.xyz", "-output", "out.xyz"});
   EXPECT_EQ(result.exitCode, 1);

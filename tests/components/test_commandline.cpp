@@ -10,6 +10,7 @@
 #include "components/commandline/runoutcome.h"
 #include "orobasictypes/testaccess.h"
 #include "tests/support/fakebroker.h"
+#include "tests/tempfolder.h"
 
 namespace {
 
@@ -140,6 +141,26 @@ TEST_F(CommandLineTest, ARefusedCommandLineChangesNothing) {
 TEST_F(CommandLineTest, TheLastOfARepeatedOptionCounts) {
   EXPECT_TRUE(parse({"-input", "a", "-input", "b"}));
   EXPECT_TRUE(text("Scripting/Input File") == "b");
+}
+
+// The log is emptied before the input is read.
+TEST_F(CommandLineTest, RefusesALogInAFileOfTheRun) {
+  const tests::TempFolder folder;
+  const std::string file = folder.write("in.xyz", "1 2 3\n").string();
+  const std::string again = (folder.path() / "." / "in.xyz").string();
+  for (const char* option : {"-input", "-script", "-output"}) {
+    const std::string expected =
+        std::string("The options ") + option + " and -logfile name one file";
+    EXPECT_FALSE(parse({option, file, "-logfile", file}));
+    EXPECT_EQ(error(), expected);
+    EXPECT_FALSE(parse({"-logfile", again, option, file}));
+    EXPECT_EQ(error(), expected);
+    EXPECT_FALSE(parse({option, "absent.xyz", "-logfile", "absent.xyz"}));
+    EXPECT_EQ(error(), expected);
+    EXPECT_TRUE(parse({option, file, "-logfile", file + ".log"})) << error();
+    EXPECT_TRUE(parse({option, file, "-logfile", file, "-logfile", "stdout"})) << error();
+    EXPECT_TRUE(parse({option, "stdout", "-logfile", "stdout"})) << error();
+  }
 }
 
 // Lead and second byte of a letter that UTF-8 and the common code pages read alike cannot be had,

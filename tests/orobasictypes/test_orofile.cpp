@@ -184,6 +184,16 @@ TEST_F(FileCalls, StatTellsSizeAndKind) {
   EXPECT_FALSE(oroStat(path("absent"), status));
 }
 
+TEST_F(FileCalls, OneFileUnderTwoNamesIsTheSame) {
+  folder_.write("a", "1");
+  folder_.write("b", "1");
+  EXPECT_TRUE(oroIsSameFile(path("a"), path("a")));
+  EXPECT_TRUE(oroIsSameFile(path("a"), path("./a")));
+  EXPECT_FALSE(oroIsSameFile(path("a"), path("b")));
+  EXPECT_FALSE(oroIsSameFile(path("absent"), path("absent")));
+  EXPECT_FALSE(oroIsSameFile(path("."), path("."))) << "a folder is no file";
+}
+
 TEST_F(FileCalls, ATreeIsCopiedWithAllItHolds) {
   folder_.write("from/a", "one");
   folder_.write("from/d/b", std::string(200000, 'b'));
