@@ -13,12 +13,16 @@ bool OroWholeFile::open(const OroPath& target) {
   if (target_.empty()) return false;
   // A directory is among them: the system refuses it and says why.
   straight_ = platform::pathExists(target_) && !platform::isFile(target_);
+  if (!straight_) target_ = platform::followLinks(target_);
   temporary_ = straight_ ? target_ : platform::temporaryNameBeside(target_);
   platform::clearSystemError();
   stream_ = platform::openFile(temporary_, "wb");
   if (stream_ == nullptr) return fail();
   std::setvbuf(stream_, nullptr, _IONBF, 0);  // callers write in blocks of their own
-  return true;
+  if (straight_ || platform::prepareSuccessor(stream_, target_)) return true;
+  fail();
+  discard();
+  return false;
 }
 
 bool OroWholeFile::write(const char* bytes, size_t size) {

@@ -8,8 +8,9 @@
 //
 // The content goes to a temporary file beside the target; commit() brings it to the disk and
 // renames it. Without a commit the target is untouched and the temporary file is removed. What is
-// no plain file (a device, a pipe) cannot be replaced and is written straight. One thread at a
-// time.
+// no plain file (a device, a pipe) cannot be replaced and is written straight. On Linux a link
+// stays and what it leads to is replaced, and the new file has the owner and the rights of the old
+// one. One thread at a time.
 #pragma once
 
 #include <cstddef>
@@ -27,7 +28,7 @@ class OroWholeFile {
   OroWholeFile(const OroWholeFile&) = delete;
   OroWholeFile& operator=(const OroWholeFile&) = delete;
 
-  // False when the folder is absent or may not be written.
+  // False when the folder is absent or may not be written, or the target may not.
   bool open(const OroPath& target);
 
   // Remembers a failure, so that one test at commit() is enough. False once anything failed.

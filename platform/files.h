@@ -46,6 +46,15 @@ bool renameToFreeName(std::u16string_view from, std::u16string_view to);
 /// A name beside the target that no file has and that no other call of any process gives.
 std::u16string temporaryNameBeside(std::u16string_view target);
 
+/// What a chain of links ends at, whether it is there or not; the path itself where it is no link,
+/// and on Windows.
+std::u16string followLinks(std::u16string_view path);
+
+/// Makes a new file ready to take the place of an older one: on Linux it gets the older one's owner
+/// and rights, as far as the user may give them. True where there is no older one. False if the
+/// user may not write that one; Windows refuses the renaming then.
+bool prepareSuccessor(std::FILE* stream, std::u16string_view older);
+
 /// Size in bytes, -1 if there is no such file.
 std::int64_t fileSize(std::u16string_view path);
 

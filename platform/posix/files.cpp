@@ -1,6 +1,7 @@
 #include "platform/files.h"
 
 #include <cerrno>
+#include <climits>
 #include <cstdlib>
 #include <memory>
 
@@ -85,6 +86,38 @@ bool renameToFreeName(std::u16string_view from, std::u16string_view to) {
   // A file system or kernel that cannot look and rename in one step.
   struct stat what = {};
   return lstat(target.c_str(), &what) != 0 && rename(source.c_str(), target.c_str()) == 0;
+}
+
+std::u16string followLinks(std::u16string_view path) {
+  constexpr int most = 40;  // as the system follows
+  std::string name = toSystemPath(path);
+  for (int links = 0; links < most; ++links) {
+    std::string target(PATH_MAX, '\0');
+    const ssize_t length = readlink(name.c_str(), target.data(), target.size());
+    if (length < 0) return links == 0 ? std::u16string(path) : fromSystemPath(name);
+    target.resize(static_cast<std::size_t>(length));
+    if (target.find('\\') != target.npos) break;  // our paths cannot name it
+    if (!target.starts_with('/')) {
+      const std::size_t slash = name.rfind('/');
+      target.insert(0, slash == name.npos ? "./" : name.substr(0, slash + 1));
+    }
+    name = target;
+  }
+  return std::u16string(path);
+}
+
+bool prepareSuccessor(std::FILE* stream, std::u16string_view older) {
+  struct stat what = {};
+  if (!statOf(older, what)) return true;
+  if (access(toSystemPath(older).c_str(), W_OK) != 0) return false;
+  const int descriptor = fileno(stream);
+  mode_t rights = what.st_mode & 0777;
+  // Another group must not get what was the old one's.
+  const bool given = fchown(descriptor, what.st_uid, what.st_gid) == 0 ||
+                     fchown(descriptor, static_cast<uid_t>(-1), what.st_gid) == 0;
+  if (!given) rights = (rights & 0707) | (rights & 07) << 3;
+  fchmod(descriptor, rights);  // one that cannot be changed has no rights worth keeping
+  return true;
 }
 
 std::int64_t fileSize(std::u16string_view path) {

@@ -82,6 +82,10 @@ bool renameToFreeName(std::u16string_view from, std::u16string_view to) {
   return MoveFileExW(toWidePath(from).c_str(), toWidePath(to).c_str(), MOVEFILE_COPY_ALLOWED) != 0;
 }
 
+std::u16string followLinks(std::u16string_view path) { return std::u16string(path); }
+
+bool prepareSuccessor(std::FILE*, std::u16string_view) { return true; }
+
 std::int64_t fileSize(std::u16string_view path) {
   WIN32_FILE_ATTRIBUTE_DATA data = {};
   if (!GetFileAttributesExW(toWidePath(path).c_str(), GetFileExInfoStandard, &data)) return -1;

@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "orobasictypes/oropath.h"
+#include "platform/filestatus.h"
 #include "tests/support/testdisk.h"
 #include "tests/tempfolder.h"
 
@@ -105,6 +106,21 @@ TEST_F(OroWholeFileTest, AfterAFullDiskTheTargetIsAsItWas) {
   EXPECT_FALSE(file_.commit());
   EXPECT_EQ(folder_.read("a"), "old");
   EXPECT_EQ(entries(), 1);
+}
+
+// The administrator of a Linux system may write it all the same.
+TEST_F(OroWholeFileTest, AFileThatIsOnlyToBeReadStaysAsItWas) {
+  namespace fs = std::filesystem;
+  constexpr fs::perms kWrite =
+      fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
+  fs::permissions(folder_.write("a", "old"), kWrite, fs::perm_options::remove);
+  const bool mayWrite = platform::pathAllows(path("a").wideText(), platform::accessWrite);
+  const bool done = file_.open(path("a")) && file_.write("new", 3) && file_.commit();
+  EXPECT_EQ(done, mayWrite);
+  EXPECT_EQ(file_.reason().isEmpty(), mayWrite);
+  EXPECT_EQ(folder_.read("a"), mayWrite ? "new" : "old");
+  EXPECT_EQ(entries(), 1);
+  fs::permissions(folder_.file("a"), fs::perms::owner_write, fs::perm_options::add);
 }
 
 TEST_F(OroWholeFileTest, AnEmptyContentMakesAnEmptyFile) {

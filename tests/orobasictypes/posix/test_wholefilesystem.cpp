@@ -1,4 +1,5 @@
-// What a disk refuses on Linux, for a user who may do everything as well.
+// Whole files and what only Linux has: devices and limits that refuse a user who may do everything
+// as well, links, owners and rights.
 
 #include <gtest/gtest.h>
 
@@ -83,6 +84,66 @@ TEST(OroWholeFileRefused, AFolderAndAFileInThePlaceOfAFolderTellWhy) {
   EXPECT_FALSE(file.open(OroPath(OroString(folder.file("absent/b").u16string().c_str()))));
   EXPECT_EQ(reasonOf(file), "No such file or directory");
   EXPECT_EQ(folder.read("a"), "before");
+}
+
+// Writes "new" to the file of that name.
+bool replace(const tests::TempFolder& folder, const char* name) {
+  OroWholeFile file;
+  return file.open(OroPath(OroString(folder.file(name).u16string().c_str()))) &&
+         file.write("new", 3) && file.commit();
+}
+
+TEST(OroWholeFileLinks, ALinkStaysAndWhatItLeadsToIsReplaced) {
+  namespace fs = std::filesystem;
+  const tests::TempFolder folder;
+  fs::create_directory(folder.file("d"));
+  folder.write("d/a", "old");
+  fs::create_symlink("b", folder.file("d/link"));
+  fs::create_symlink("a", folder.file("d/b"));
+  fs::create_symlink("d/link", folder.file("near"));
+  fs::create_symlink(folder.file("d/link"), folder.file("far"));
+  for (const char* const name : {"d/link", "near", "far"}) {
+    folder.write("d/a", "old");
+    EXPECT_TRUE(replace(folder, name)) << name;
+    EXPECT_TRUE(fs::is_symlink(folder.file(name)));
+    EXPECT_TRUE(fs::is_regular_file(fs::symlink_status(folder.file("d/a"))));
+    EXPECT_EQ(folder.read("d/a"), "new") << name;
+  }
+}
+
+TEST(OroWholeFileLinks, ALinkThatLeadsNowhereGetsItsFile) {
+  namespace fs = std::filesystem;
+  const tests::TempFolder folder;
+  fs::create_symlink("absent", folder.file("link"));
+  EXPECT_TRUE(replace(folder, "link"));
+  EXPECT_TRUE(fs::is_symlink(folder.file("link")));
+  EXPECT_EQ(folder.read("absent"), "new");
+  fs::create_symlink("no/absent", folder.file("deep"));
+  EXPECT_FALSE(replace(folder, "deep"));
+}
+
+TEST(OroWholeFileLinks, ALinkToItselfEnds) {
+  const tests::TempFolder folder;
+  std::filesystem::create_symlink("loop", folder.file("loop"));
+  EXPECT_TRUE(replace(folder, "loop"));
+  EXPECT_EQ(folder.read("loop"), "new");
+  const std::filesystem::directory_iterator entries(folder.path());
+  EXPECT_EQ(std::distance(begin(entries), end(entries)), 1);
+}
+
+TEST(OroWholeFileRights, AreThoseOfTheFileBefore) {
+  const tests::TempFolder folder;
+  const std::string file = folder.write("a", "old").string();
+  for (const mode_t rights : {mode_t{0600}, mode_t{0640}, mode_t{0666}, mode_t{0755}}) {
+    ASSERT_EQ(chmod(file.c_str(), rights), 0);
+    const bool other = chown(file.c_str(), 1234, 1234) == 0;  // of the administrator alone
+    EXPECT_TRUE(replace(folder, "a"));
+    struct stat after = {};
+    ASSERT_EQ(stat(file.c_str(), &after), 0);
+    EXPECT_EQ(after.st_mode & 07777, rights);
+    EXPECT_EQ(after.st_uid, other ? 1234 : getuid());
+    EXPECT_EQ(after.st_gid, other ? 1234 : getgid());
+  }
 }
 
 }  // namespace
