@@ -1,4 +1,5 @@
-// What split arrays and sorts share between threads: the memory manager and the pools.
+// What split arrays and sorts share between threads, the memory manager and the pools; and a
+// progress that another thread cancels.
 #include <algorithm>
 #include <atomic>
 #include <numeric>
@@ -9,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include "orobasictypes/applyorder.h"
+#include "orobasictypes/progresscallbackbase.h"
 #include "orobasictypes/quicksort.h"
 #include "tests/support/countingmanager.h"
 
@@ -78,6 +80,27 @@ TEST(SortThreads, DoNotMeetInThePools) {
       ASSERT_EQ(sorted, order);
     }
   });
+}
+
+TEST(ProgressThreads, DoNotLoseACancel) {
+  ProgressCallbackBase progress;
+  std::atomic<bool> ends = false;
+  std::thread operation([&] {
+    while (!ends) {
+      progress.SetShown(false);
+      progress.SetShown(true);
+    }
+  });
+  int lost = 0;
+  for (int round = 0; round < 100000; ++round) {
+    progress.SetCancelled(true);
+    if (!progress.IsCancelled()) ++lost;
+    progress.SetCancelled(false);
+    if (progress.IsCancelled()) ++lost;
+  }
+  ends = true;
+  operation.join();
+  EXPECT_EQ(lost, 0);
 }
 
 }  // namespace

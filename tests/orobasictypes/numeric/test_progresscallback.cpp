@@ -1,9 +1,7 @@
-#include <atomic>
 #include <cmath>
 #include <cstring>
 #include <limits>
 #include <string>
-#include <thread>
 #include <utility>
 #include <vector>
 
@@ -351,27 +349,6 @@ TEST_F(Progress, TouchesTheDisplayAThousandTimesAtMost) {
   progress.SetCancellable(false);
   for (int32_t i = 0; i <= 1000000; ++i) progress.Step(i, 1000000);
   EXPECT_EQ(shown().size(), 1000U);
-}
-
-TEST_F(Progress, DoesNotLoseACancelFromAnotherThread) {
-  ProgressCallbackBase progress;
-  std::atomic<bool> ends = false;
-  std::thread operation([&] {
-    while (!ends) {
-      progress.SetShown(false);
-      progress.SetShown(true);
-    }
-  });
-  int lost = 0;
-  for (int round = 0; round < 100000; ++round) {
-    progress.SetCancelled(true);
-    if (!progress.IsCancelled()) ++lost;
-    progress.SetCancelled(false);
-    if (progress.IsCancelled()) ++lost;
-  }
-  ends = true;
-  operation.join();
-  EXPECT_EQ(lost, 0);
 }
 
 TEST(ProgressWithoutService, LetsEverythingGoOn) {
