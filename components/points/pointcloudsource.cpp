@@ -44,3 +44,9 @@ int64_t PointCloudSource::missingColors() const {
   for (const PointCloudHead& head : heads_) plain += head.hasColors ? 0 : head.count;
   return plain < whole_ ? plain : 0;
 }
+
+int64_t PointCloudSource::selectedAmongOthers() const {
+  int64_t selected = 0;
+  for (const PointCloud* cloud : clouds_) selected += cloud->selection().CountSet();
+  return selected < whole_ ? selected : 0;
+}

@@ -28,6 +28,9 @@ class PointCloudSource : public PointSource {
   int64_t count() const { return whole_; }
   // How many points have no colour while others have one; 0 where all or none have.
   int64_t missingColors() const;
+  // How many points are selected while others are not; 0 where all or none are, which tells none
+  // apart.
+  int64_t selectedAmongOthers() const;
 
  private:
   std::vector<const PointCloud*> clouds_;

@@ -127,7 +127,13 @@ bool savePointFile(const OroPath& path, PointFileType type,
       reportPoints(0, "Of %2 points %3 have no colour, so the file %1 is written without colours",
                    oroShownPath(path), number(source.count()), number(plain));
     }
-    return writeTo(path, *format->makeWriter(pointWriteOptions()), source);
+    const int64_t selected = type != PointFileType::native ? source.selectedAmongOthers() : 0;
+    if (!writeTo(path, *format->makeWriter(pointWriteOptions()), source)) return false;
+    if (selected > 0) {
+      reportPoints(0, "The file %1 cannot keep a selection: %2 of %3 points were selected",
+                   oroShownPath(path), number(selected), number(source.count()));
+    }
+    return true;
   } catch (const std::bad_alloc&) {
     return fail("There is not enough memory to write the file %1", path);
   }

@@ -40,6 +40,25 @@ TEST_F(BatchScriptRun, TheScriptRunsOnceForEachFile) {
   EXPECT_EQ(result.output, "Batch of 3 files: 3 saved, 0 failed\n");
 }
 
+TEST_F(BatchScriptRun, ASelectionThatIsNotKeptIsAWarningAndNoFailure) {
+  for (const char* name : {"b10", "b9"}) {
+    folder_.write(std::string("in/") + name + ".xyz", "1 2 3\n4 5 6\n");
+  }
+  const tests::ChildResult result =
+      run("import cowl\ncowl.select(max=(2, 2, 3))\n", {"-logfile", "log"});
+  EXPECT_EQ(result.exitCode, 0) << result.errors;
+  EXPECT_EQ(result.output, "Batch of 3 files: 3 saved, 0 failed\n");
+  EXPECT_EQ(result.errors, "");
+  const std::string records = folder_.read("log");
+  size_t told = 0;
+  for (size_t at = 0;
+       (at = records.find("cannot keep a selection: 1 of 2 points", at)) != std::string::npos;
+       ++at) {
+    ++told;
+  }
+  EXPECT_EQ(told, 2u) << records;
+}
+
 TEST_F(BatchScriptRun, AFailureOfTheScriptStopsItsFileAlone) {
   const std::string script =
       "import os\n"

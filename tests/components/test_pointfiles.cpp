@@ -165,6 +165,45 @@ TEST_F(PointFilesTest, LossesAreWarningsWithTheFile) {
             "warning: The file b.xyz cannot keep objects apart: 2 of them were joined into one\n");
 }
 
+TEST_F(PointFilesTest, ASelectionThatAFormatCannotKeepIsAWarningWithFigures) {
+  const IPtr<PointDocument> document = documentOf(OroString("a"), kPositions, kColors);
+  BitVector& selection = cloud(*document).selection();
+  selection.Set(1);
+  selection.Set(3);
+  for (const PointFormat& format : pointFormats()) {
+    const std::string name = std::string("a.") + format.extensions[0];
+    ASSERT_TRUE(save(name, *document)) << name;
+    EXPECT_EQ(reported(), format.type == PointFileType::native
+                              ? ""
+                              : "warning: The file " + name +
+                                    " cannot keep a selection: 2 of 3 points were selected\n");
+  }
+  IPtr<PointDocument> again(new PointDocument);
+  ASSERT_TRUE(load("a.cwl", *again));
+  EXPECT_EQ(cloud(*again).selection().CountSet(), 2);
+}
+
+TEST_F(PointFilesTest, ASelectionOfAllOrNoneIsNoLoss) {
+  const IPtr<PointDocument> document = documentOf(OroString("a"), kPositions, {});
+  ASSERT_TRUE(save("none.xyz", *document));
+  for (int32_t point = 1; point <= 3; ++point) cloud(*document).selection().Set(point);
+  ASSERT_TRUE(save("all.xyz", *document));
+  EXPECT_EQ(reported(), "");
+  // All of one cloud are some of the document.
+  add(*document, OroString("b"), {{1, 2, 3}}, {});
+  ASSERT_TRUE(save("some.xyz", *document));
+  EXPECT_EQ(reported(),
+            "warning: The file some.xyz cannot keep objects apart: 2 of them were joined into one\n"
+            "warning: The file some.xyz cannot keep a selection: 3 of 4 points were selected\n");
+}
+
+TEST_F(PointFilesTest, AFileThatIsNotWrittenHasLostNoSelection) {
+  const IPtr<PointDocument> document = documentOf(OroString("a"), kPositions, {});
+  cloud(*document).selection().Set(1);
+  EXPECT_FALSE(save("absent/a.xyz", *document));
+  EXPECT_EQ(reported().find("selection"), std::string::npos);
+}
+
 TEST_F(PointFilesTest, AFileThatHoldsAnotherFormatThanItsNameIsRefused) {
   const IPtr<PointDocument> document = documentOf(OroString("a"), kPositions, kColors);
   for (const char* name : {"a.ply", "a.las", "a.pcd", "a.cwl"}) {
