@@ -65,6 +65,10 @@ bool versionBlock(std::u16string_view path, std::vector<std::uint8_t>& block);
 /// A write to a pipe that nobody reads fails instead of ending the process.
 void ignoreBrokenPipes();
 
+/// A write beyond the size that the user's session allows a file fails instead of ending the
+/// process; nothing on Windows, which has no such limit.
+void ignoreFileSizeLimit();
+
 /// Puts a stream that leads nowhere in the place of each standard stream that the process was
 /// started without, so that no file takes its place. Call before anything is opened; nothing on
 /// Windows, where files take no such places.

@@ -86,6 +86,8 @@ bool versionBlock(std::u16string_view, std::vector<std::uint8_t>&) { return fals
 
 void ignoreBrokenPipes() { signal(SIGPIPE, SIG_IGN); }
 
+void ignoreFileSizeLimit() { signal(SIGXFSZ, SIG_IGN); }
+
 void fillStandardStreams() {
   for (const int descriptor : {0, 1, 2}) {
     if (fcntl(descriptor, F_GETFD) < 0) ::open("/dev/null", O_RDWR);  // takes the lowest free one

@@ -120,6 +120,8 @@ bool versionBlock(std::u16string_view path, std::vector<std::uint8_t>& block) {
 
 void ignoreBrokenPipes() {}
 
+void ignoreFileSizeLimit() {}
+
 void fillStandardStreams() {}
 
 }  // namespace platform

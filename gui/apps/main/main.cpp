@@ -11,7 +11,8 @@
 int main(int argc, char** argv) {
   platform::fillStandardStreams();
   kelHelpOperatorNew();
-  platform::ignoreBrokenPipes();  // progress that nobody reads any more does not end the work
+  platform::ignoreBrokenPipes();    // progress that nobody reads any more does not end the work
+  platform::ignoreFileSizeLimit();  // a save then fails and tells why, and takes its file away
   platform::nameTemporaryFolder();
   platform::storeInstanceHandle(platform::systemInstanceHandle());
   const platform::NarrowArguments arguments = platform::narrowArguments(argc, argv);

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -40,6 +41,28 @@ TEST_F(RefusedOutput, AFullDevice) {
   fs::create_symlink("/dev/full", folder_.file("full.xyz"));
   EXPECT_EQ(errorOf("full.xyz"), "Cannot write the file full.xyz: No space left on device");
   EXPECT_TRUE(fs::is_symlink(folder_.file("full.xyz")));
+}
+
+// The run's own messages are short enough for the limit, which counts in half kilobytes.
+TEST_F(RefusedOutput, AFileThatMayNotGrow) {
+  std::string points;
+  for (int i = 0; i < 2000; ++i) points += std::to_string(i) + " 2 3\n";
+  folder_.write("in.xyz", points);
+  folder_.write("out.xyz", "7 8 9\n");
+  const tests::ChildResult result =
+      tests::runChild({"/bin/sh",
+                       {"-c", "ulimit -f 8; exec \"$0\" -input in.xyz -output out.xyz -exitstatus",
+                        tests::cowlProgram().string()},
+                       {},
+                       folder_.path()});
+  EXPECT_EQ(result.exitCode, 4);
+  EXPECT_EQ(result.errors, "Cannot write the file out.xyz: File too large\n");
+  EXPECT_EQ(folder_.read("out.xyz"), "7 8 9\n");
+  const fs::directory_iterator entries(folder_.path());
+  EXPECT_EQ(
+      std::count_if(begin(entries), end(entries),
+                    [](const fs::directory_entry& e) { return e.path().extension() == ".tmp"; }),
+      0);
 }
 
 TEST_F(RefusedOutput, AFolder) {

@@ -103,6 +103,19 @@ TEST(LinuxProcess, BrokenPipesDoNotEndIt) {
       testing::ExitedWithCode(3), "");
 }
 
+TEST(LinuxProcess, AFileThatMayNotGrowDoesNotEndIt) {
+  EXPECT_EXIT(
+      {
+        platform::ignoreFileSizeLimit();
+        rlimit none = {};  // all zero
+        setrlimit(RLIMIT_FSIZE, &none);
+        std::FILE* const file = std::tmpfile();
+        const bool failed = file != nullptr && write(fileno(file), "x", 1) < 0;
+        platform::endProcessNow(failed ? 3 : 4);
+      },
+      testing::ExitedWithCode(3), "");
+}
+
 TEST(LinuxProcess, ArgumentsAreThoseOfMain) {
   char name[] = "cowl";
   char bad[] = "\xFF\xFE";
