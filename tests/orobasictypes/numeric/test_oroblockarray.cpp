@@ -206,6 +206,16 @@ TEST(OroBlockTableResize, DoublesATableThatIsTooSmall) {
   EXPECT_EQ(empty.capacity, 5) << "an empty one takes what is needed";
 }
 
+TEST(OroBlockTableResize, SettlesForASmallerTableThatSuffices) {
+  Table table(3 * block);
+  tests::FakeHeap heap;
+  heap.refuseUpToCall = 1;
+  table.resize(4 * block, -1);
+  EXPECT_EQ(heap.sizes.at(0), 6 * sizeof(void*));
+  EXPECT_EQ(heap.sizes.at(1), 5 * sizeof(void*));
+  EXPECT_EQ(table.capacity, 5);
+}
+
 TEST(OroBlockTableResize, ShrinksATableOfWhichLessThanHalfIsUsed) {
   Table table(8 * block);
   table.resize(7 * block, -1);

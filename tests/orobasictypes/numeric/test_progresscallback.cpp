@@ -121,6 +121,15 @@ TEST_F(Progress, MultipliesInFloats) {
   expectRange(progress, 0, 1000, 290);  // in doubles it would be 289
 }
 
+TEST_F(Progress, CutsTheWayThatItWentBeforeItAddsTheStart) {
+  ProgressCallbackObject progress;
+  progress.SetRange(1000, 0, 5);
+  progress.Report(0.0005F);
+  expectRange(progress, 1000, 0, 1000);  // half a step backwards is none
+  progress.Report(0.0015F);
+  expectRange(progress, 1000, 0, 999);
+}
+
 TEST_F(Progress, CutsFractionsToTheRange) {
   ProgressCallbackObject progress;
   progress.SetCancellable(false);
