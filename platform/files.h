@@ -51,8 +51,8 @@ std::u16string temporaryNameBeside(std::u16string_view target);
 std::u16string followLinks(std::u16string_view path);
 
 /// Makes a new file ready to take the place of an older one: on Linux it gets the older one's owner
-/// and rights, as far as the user may give them. True where there is no older one. False if the
-/// user may not write that one; Windows refuses the renaming then.
+/// and rights, as far as the user may give them. True where there is no older one. False, with the
+/// system's reason, if the user may not write that one.
 bool prepareSuccessor(std::FILE* stream, std::u16string_view older);
 
 /// Size in bytes, -1 if there is no such file.

@@ -84,7 +84,14 @@ bool renameToFreeName(std::u16string_view from, std::u16string_view to) {
 
 std::u16string followLinks(std::u16string_view path) { return std::u16string(path); }
 
-bool prepareSuccessor(std::FILE*, std::u16string_view) { return true; }
+// Not every system refuses the renaming.
+bool prepareSuccessor(std::FILE*, std::u16string_view older) {
+  const DWORD attributes = attributesOf(older);
+  const bool isReadOnly =
+      attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
+  if (isReadOnly) SetLastError(ERROR_ACCESS_DENIED);
+  return !isReadOnly;
+}
 
 std::int64_t fileSize(std::u16string_view path) {
   WIN32_FILE_ATTRIBUTE_DATA data = {};
