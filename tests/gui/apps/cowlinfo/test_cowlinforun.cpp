@@ -25,12 +25,8 @@ using tests::plainLines;
 class CowlinfoRun : public testing::Test {
  protected:
   ChildResult run(const std::vector<std::string>& arguments) {
-    // As a session on Linux begins, which names no temporary folder.
-    const ChildResult result =
-        tests::runChild({tests::stageDir() / tests::programFileName("cowlinfo"),
-                         arguments,
-                         {{"TEMP", std::nullopt}, {"TMP", std::nullopt}},
-                         folder_.path()});
+    const ChildResult result = tests::runChild(
+        {tests::stageDir() / tests::programFileName("cowlinfo"), arguments, {}, folder_.path()});
     EXPECT_TRUE(result.started);
     EXPECT_FALSE(result.timedOut);
     return {result.started, result.timedOut, result.exitCode, plainLines(result.output),

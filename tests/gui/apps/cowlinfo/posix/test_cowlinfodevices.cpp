@@ -1,8 +1,11 @@
-// cowlinfo and what is no plain file: it neither waits nor reads without end, and says so.
+// cowlinfo and what only Linux has: devices and pipes, which it neither waits for nor reads without
+// end, and sessions without a temporary folder.
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <iterator>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,7 +21,12 @@ namespace fs = std::filesystem;
 class CowlinfoDevices : public testing::Test {
  protected:
   tests::ChildResult run(const std::vector<std::string>& arguments) {
-    return tests::runChild({tests::stageDir() / "cowlinfo", arguments, {}, folder_.path(), 20});
+    // As a session on Linux begins, which names no temporary folder.
+    return tests::runChild({tests::stageDir() / "cowlinfo",
+                            arguments,
+                            {{"TEMP", std::nullopt}, {"TMP", std::nullopt}},
+                            folder_.path(),
+                            20});
   }
   // Through a shell, which leads the output to a file.
   tests::ChildResult runTo(const std::string& output, const std::string& argument) {
@@ -41,6 +49,13 @@ TEST_F(CowlinfoDevices, APipeThatNobodyWritesToIsRefusedAtOnce) {
     EXPECT_EQ(result.exitCode, 2);
     EXPECT_EQ(result.errors, "cowlinfo: pipe.xyz: is no plain file\n");
   }
+}
+
+TEST_F(CowlinfoDevices, NothingIsMadeWhereNoTemporaryFolderIsNamed) {
+  folder_.write("in.xyz", "1 2 3\n");
+  EXPECT_EQ(run({"in.xyz"}).exitCode, 0);
+  const fs::directory_iterator entries(folder_.path());
+  EXPECT_EQ(std::distance(begin(entries), end(entries)), 1);
 }
 
 TEST_F(CowlinfoDevices, AnEndlessDeviceIsRefusedAtOnce) {
