@@ -158,7 +158,12 @@ bool CommandLine::keepsLogApart() {
     if (OroPath(log).compareOrdinal(OroPath(file)) != 0 && !oroIsSameFile(log, file)) continue;
     return refuse("The options %1 and %2 name one file", OroString(option), OroString(kLogOption));
   }
-  return true;
+  // A new file there is no point file and counts as failed; one that is there would be lost.
+  const OroString& directory = asked("-inputDir");
+  if (directory.isEmpty()) return true;
+  return !oroIsSameFile(log, OroPath(directory).joined(OroPath(log).fileName())) ||
+         refuse("The option %1 names a file in the directory of %2", OroString(kLogOption),
+                OroString("-inputDir"));
 }
 
 // The settings of the batch belong to this library and are declared here; those of the flow are

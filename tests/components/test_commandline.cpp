@@ -163,6 +163,16 @@ TEST_F(CommandLineTest, RefusesALogInAFileOfTheRun) {
   }
 }
 
+TEST_F(CommandLineTest, RefusesALogInAFileOfTheBatch) {
+  const tests::TempFolder folder;
+  const std::string file = folder.write("in.xyz", "1 2 3\n").string();
+  const std::string directory = folder.path().string();
+  EXPECT_FALSE(parse({"-batch", "-inputDir", directory, "-logfile", file}));
+  EXPECT_EQ(error(), "The option -logfile names a file in the directory of -inputDir");
+  EXPECT_TRUE(parse({"-batch", "-inputDir", directory, "-logfile", file + ".log"})) << error();
+  EXPECT_TRUE(parse({"-batch", "-inputDir", directory + "/absent", "-logfile", file})) << error();
+}
+
 // Lead and second byte of a letter that UTF-8 and the common code pages read alike cannot be had,
 // so only the way back from widened bytes is looked at.
 TEST_F(CommandLineTest, BytesBeyondAsciiAreReadInTheSystemsEncoding) {
