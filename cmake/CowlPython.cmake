@@ -17,7 +17,7 @@ if(WIN32)
 else()
   set(Python_ROOT_DIR /usr)
   set(Python_FIND_STRATEGY LOCATION)
-  find_package(Python 3.9 REQUIRED COMPONENTS Interpreter Development.Embed)
+  find_package(Python 3.10 REQUIRED COMPONENTS Interpreter Development.Embed)
   execute_process(COMMAND ${Python_EXECUTABLE} -c "import sys; print(sys.base_prefix, end='')"
                   OUTPUT_VARIABLE COWL_PYTHON_HOME COMMAND_ERROR_IS_FATAL ANY)
   set(COWL_PYTHON_FOUND ON)
