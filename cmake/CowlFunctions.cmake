@@ -139,8 +139,6 @@ function(cowl_add_bench target)
   cowl_check_arguments()
   add_executable(${target} ${arg_SOURCES})
   target_link_libraries(${target} PRIVATE cowlflags ${arg_LINK} benchmark::benchmark)
-  # So that neither side owes its time to where its loop happens to lie.
-  target_compile_options(${target} PRIVATE -falign-functions=64 -falign-jumps=64 -falign-loops=64)
   set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bench)
   add_dependencies(benches ${target})
 endfunction()
