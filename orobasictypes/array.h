@@ -15,14 +15,15 @@
 #include "orobasictypes/arraybase.h"
 #include "orobasictypes/orovector.h"
 
-// Elements of a block: 1 shifted left by `shift`. A vector's block is one page of the memory
-// manager, 24 KiB, that of an integer or a word of bits a third of one.
+// How words of bits are split; see OroMM::Splitter.
 struct BitVectorSplitter {
   static constexpr int shift = 11;
 };
 
 namespace OroMM {
 
+// Elements of a block: 1 shifted left by `shift`. A vector's block is one page of the memory
+// manager, 24 KiB, that of an integer or a word of bits a third of one.
 template <class T>
 struct Splitter;
 template <>

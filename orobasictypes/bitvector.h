@@ -64,7 +64,7 @@ class BitVector : public OroShared {
   }
   void Set(int32_t b) {
     const auto bit = static_cast<uint32_t>(b);
-    if (bit < bitCount()) [[likely]] {
+    if (has(b)) [[likely]] {
       if (isSmall()) return setIn(bvwords_, bit >> 5, bit);
       uint32_t* const block = largeBlock(bit);
       if (block != nullptr) [[likely]]
@@ -251,6 +251,7 @@ class BitVector : public OroShared {
     return bvwordsLarge_->BlockAt(static_cast<int32_t>(b >> 16));
   }
   // Two instructions: the compiler would make a shift and a mask of it, which are three.
+  static_assert(OroMM::WordArray::perBlock * 32 == 1 << 16);
   static uint32_t placeInBlock(uint32_t b) { return bitwords::anew(static_cast<uint16_t>(b)) >> 5; }
   // The first set bit from `next` on, whose word stands at `place` of these. The very next one is
   // guessed: a walk over a full stretch need not wait for its words. Instructions count there, so

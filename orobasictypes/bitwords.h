@@ -23,7 +23,7 @@ namespace bitwords {
 }
 
 // Sets bit `b`, counted modulo 32, and adds 1 to the count if it was clear; one more than the
-// largest number becomes the smallest. No branch, and three instructions that the compiler does not
+// largest number becomes the smallest. No branch, and two instructions, which the compiler does not
 // find: where many words come from afar, each one less lets the processor see farther ahead.
 [[gnu::always_inline]] inline void setAndCount(uint32_t& word, uint32_t b, int32_t& count) {
   asm("btsl %2, %0\n\tsbbl $-1, %1" : "+r"(word), "+m"(count) : "r"(b) : "cc");

@@ -4,8 +4,8 @@ namespace py = pybind11;
 
 namespace {
 
-newfunc plainNew =
-    nullptr;  // how pybind11 makes an object; it throws through Python where it can't
+// How pybind11 makes an object; it throws through Python where it cannot.
+newfunc plainNew = nullptr;
 
 PyObject* checkedNew(PyTypeObject* type, PyObject* places, PyObject* names) {
   try {
@@ -27,8 +27,6 @@ void guardPythonBase() {
 
 void closePythonClass(PyTypeObject* type) {
   type->tp_new = nullptr;
-#ifdef Py_TPFLAGS_IMMUTABLETYPE
   type->tp_flags |= Py_TPFLAGS_DISALLOW_INSTANTIATION | Py_TPFLAGS_IMMUTABLETYPE;
-#endif
   PyType_Modified(type);
 }
